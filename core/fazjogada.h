@@ -1,0 +1,67 @@
+#pragma once
+// Plays a move string on a position. The one place where a move changes a position: the
+// generators (one step at a time), the search (a whole move on a copy) and the real board.
+#include "core/casas.h"
+#include "core/posicao.h"
+
+#include <cstdint>
+
+namespace velmora {
+
+// Plays the bytes s[0..n) on p. With Conclui, the move is a whole one: the last step may
+// crown, jumped pieces vanish and each jump scores +-1 by its direction; without it (the
+// generators) a jumped piece stays as 64 and nothing is crowned.
+// aoPasso(f, t, c) runs after each step's change (the screen's part); when it returns true
+// the move is given up there. A step that names a square off the board is refused before
+// it touches anything, and the result is false; otherwise true.
+template <class AoPasso>
+bool FazJogadaCom(Posicao& p, const uint8_t* s, int n, bool Conclui, AoPasso&& aoPasso) {
+    if (n < 2 || (p.Vez != 1 && p.Vez != 2)) return false;
+    const int lado = p.Vez;
+    int resta = n;
+    for (;;) {
+        const int f = s[0], t = s[1], c = resta >= 3 ? s[2] : 0;
+        if (!CasaDoTabuleiro(f) || !CasaDoTabuleiro(t) || (c != 0 && !CasaDoTabuleiro(c)))
+            return false;
+        const bool dama = (p.Casas[f] & DAMA) != 0;
+        p.Casas[t] = p.Casas[f];
+        if (Conclui && resta < 4 && !dama && p.Casas[f] != 0) {
+            if (lado == 1 ? t < 21 : t >= 82) {
+                p.Casas[t] |= DAMA;
+                p.Saldo = static_cast<int16_t>(p.Saldo + (lado == 1 ? 20 : -20));
+            }
+        }
+        p.Casas[f] = 0;
+        const int numero = p.Casas[t] & NUMERO;
+        if (numero >= 1 && numero <= 12)
+            p.Peca(numero, lado) = static_cast<uint8_t>(t | (p.Casas[t] & DAMA));
+        if (c != 0) {
+            const uint8_t tomada = p.Casas[c];
+            int valor = (tomada & DAMA) ? 30 : 10;
+            if (Conclui) {
+                // A jump in the mover's forward direction earns the mover a point.
+                const bool frente = lado == 1 ? f > t : f < t;
+                valor += frente ? 1 : -1;
+            }
+            p.Saldo = static_cast<int16_t>(p.Saldo + (lado == 1 ? valor : -valor));
+            const int numTomada = tomada & NUMERO;
+            if (numTomada >= 1 && numTomada <= 12) p.Peca(numTomada, 3 - lado) = 0;
+            p.Casas[c] = Conclui ? 0 : BORDA;
+        }
+        if (aoPasso(f, t, c)) return true;
+        if (resta < 6) break; // fewer than 3 left after this step
+        s += 3;
+        resta -= 3;
+    }
+    return true;
+}
+
+inline bool FazJogada(Posicao& p, const uint8_t* s, int n, bool Conclui) {
+    return FazJogadaCom(p, s, n, Conclui, [](int, int, int) { return false; });
+}
+
+// True when every square the move names lies on the board; a move from the peer is played
+// only then.
+bool JogadaNoTabuleiro(const uint8_t* s, int n);
+
+} // namespace velmora

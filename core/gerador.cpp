@@ -1,0 +1,218 @@
+#include "core/gerador.h"
+
+#include "core/casas.h"
+#include "core/fazjogada.h"
+
+namespace velmora {
+
+namespace {
+
+// Direction orders; the first entry is the count.
+constexpr int ordemTodas[] = {4, 1, 2, 3, 4};
+constexpr int ordemTodasInversa[] = {4, 4, 3, 2, 1};
+constexpr int frente1[] = {2, 1, 2};
+constexpr int frente2[] = {2, 4, 3};
+
+inline bool ParaFrente(int lado, int d) { return lado == 1 ? d <= 2 : d >= 3; }
+
+} // namespace
+
+Gerador::Gerador() : ListaJogadas(std::make_unique<Jogada[]>(CAPACIDADE + 1)) { OrdemNatural(); }
+
+void Gerador::OrdemNatural() {
+    OrdemPecas[0] = 0;
+    for (int i = 1; i <= 12; ++i) OrdemPecas[i] = i;
+}
+
+int Gerador::Rotacao() {
+    // xorshift32: a fresh rotation for each call
+    rotacao ^= rotacao << 13;
+    rotacao ^= rotacao >> 17;
+    rotacao ^= rotacao << 5;
+    return 1 + static_cast<int>(rotacao % 4);
+}
+
+void Gerador::AnotaJogada(const Jogada& m) {
+    const int n = m.tam;
+    if (n > MaiorTexto) {
+        MaiorTexto = n;
+        ProximaLivre = BaseCaptura;
+    }
+    if (n != MaiorTexto) return;
+    if (SegueLinha && ListaJogadas[iniNo] == m) return;
+    if (ProximaLivre >= CAPACIDADE) {
+        Estouro = true;
+        return;
+    }
+    ListaJogadas[++ProximaLivre] = m;
+}
+
+void Gerador::GeraPeca(const Posicao& p, int casa, int saltos, const Jogada& texto,
+                       int barrada) {
+    switch (Regra) {
+    case 1: GeraRegra1(p, casa, saltos, texto, barrada); break;
+    case 2: GeraRegra2(p, casa, saltos, texto, barrada); break;
+    case 3: GeraRegra3(p, casa, saltos, texto, barrada); break;
+    case 4: GeraRegra4(p, casa, saltos, texto, barrada); break;
+    default: break;
+    }
+}
+
+void Gerador::GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& texto,
+                         int barrada) {
+    const bool dama = p.Casas[casa] & DAMA;
+    if (!dama) return GeraCurta(p, casa, saltos, texto, barrada, 1);
+    if (p.Vez == 1) return GeraDama(p, casa, saltos, texto, barrada, ordemTodas);
+    const int r = Rotacao();
+    int ordem[5] = {4, 0, 0, 0, 0};
+    for (int i = 1; i <= 4; ++i) ordem[i] = r + i > 4 ? r + i - 4 : r + i;
+    GeraDama(p, casa, saltos, texto, barrada, ordem);
+}
+
+void Gerador::GeraRegra2(const Posicao& p, int casa, int saltos, const Jogada& texto,
+                         int barrada) {
+    if (!(p.Casas[casa] & DAMA)) return GeraCurta(p, casa, saltos, texto, barrada, 2);
+    GeraDama(p, casa, saltos, texto, barrada, p.Vez == 1 ? ordemTodas : ordemTodasInversa);
+}
+
+void Gerador::GeraRegra3(const Posicao& p, int casa, int saltos, const Jogada& texto,
+                         int barrada) {
+    if (!(p.Casas[casa] & DAMA)) return GeraCurta(p, casa, saltos, texto, barrada, 3);
+    GeraDama(p, casa, saltos, texto, barrada, p.Vez == 1 ? ordemTodas : ordemTodasInversa);
+}
+
+void Gerador::GeraRegra4(const Posicao& p, int casa, int saltos, const Jogada& texto,
+                         int barrada) {
+    GeraCurta(p, casa, saltos, texto, barrada, 4);
+}
+
+// Where a jump of a short piece goes on: rule set 2 calls itself, rule set 3 finishes the
+// capture of a man under rule set 1 (backward jumps allowed after the first), the others go
+// through GeraPeca.
+void Gerador::Continua(const Posicao& copia, int casa, int saltos, const Jogada& texto,
+                       int barrada, int geradora) {
+    switch (geradora) {
+    case 2: GeraRegra2(copia, casa, saltos, texto, barrada); break;
+    case 3: {
+        const int guardada = Regra;
+        Regra = 1;
+        GeraRegra1(copia, casa, saltos, texto, barrada);
+        Regra = guardada;
+        break;
+    }
+    default: GeraPeca(copia, casa, saltos, texto, barrada); break;
+    }
+}
+
+// A man under every rule set, and a king under rule set 4: steps to the next square and
+// jumps a piece next to it.
+void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& texto,
+                        int barrada, int geradora) {
+    const int lado = p.Vez;
+    const uint8_t inimigo = BitDoLado(3 - lado);
+    const bool dama = p.Casas[casa] & DAMA;
+    const int* ordem;
+    if (geradora == 1) ordem = lado == 1 ? ordemTodas : ordemTodasInversa;
+    else if (dama) ordem = lado == 1 ? ordemTodas : ordemTodasInversa;
+    else ordem = lado == 1 ? frente1 : frente2;
+
+    for (int i = 1; i <= ordem[0]; ++i) {
+        const int d = ordem[i];
+        if (geradora == 1 && d == barrada) continue;
+        const int m = casa + Direcoes[d];
+        const uint8_t vizinha = p.Casas[m];
+        if (vizinha & inimigo) {
+            const int l = m + Direcoes[d];
+            if (p.Casas[l] == 0) {
+                Jogada rota = texto;
+                rota.acrescenta(static_cast<uint8_t>(casa), static_cast<uint8_t>(l),
+                                static_cast<uint8_t>(m));
+                Posicao copia = p;
+                FazJogada(copia, rota.c.data() + rota.tam - 3, 3, false);
+                Continua(copia, l, saltos + 1, rota, 5 - d, geradora);
+            }
+        } else if (saltos == 0 && vizinha == 0 && (dama || ParaFrente(lado, d))) {
+            Jogada simples;
+            simples.c[0] = static_cast<uint8_t>(casa);
+            simples.c[1] = static_cast<uint8_t>(m);
+            simples.tam = 2;
+            AnotaJogada(simples);
+        }
+    }
+    AnotaJogada(texto);
+}
+
+// A flying king: moves along a free diagonal and jumps a single piece at any distance,
+// landing on any free square behind it.
+void Gerador::GeraDama(const Posicao& p, int casa, int saltos, const Jogada& texto,
+                       int barrada, const int* ordem) {
+    const uint8_t proprio = BitDoLado(p.Vez);
+    for (int i = 1; i <= ordem[0]; ++i) {
+        const int d = ordem[i];
+        if (d == barrada) continue;
+        const int passo = Direcoes[d];
+        int w = casa, saltada = 0;
+        for (;;) {
+            if (p.Casas[w + passo] & (BORDA | proprio)) break;
+            w += passo;
+            if (p.Casas[w] != 0) {
+                if (saltada) break;
+                saltada = w;
+                continue;
+            }
+            if (saltada) {
+                Jogada rota = texto;
+                rota.acrescenta(static_cast<uint8_t>(casa), static_cast<uint8_t>(w),
+                                static_cast<uint8_t>(saltada));
+                Posicao copia = p;
+                FazJogada(copia, rota.c.data() + rota.tam - 3, 3, false);
+                GeraPeca(copia, w, saltos + 1, rota, 5 - d);
+            } else if (saltos == 0) {
+                Jogada simples;
+                simples.c[0] = static_cast<uint8_t>(casa);
+                simples.c[1] = static_cast<uint8_t>(w);
+                simples.tam = 2;
+                AnotaJogada(simples);
+            }
+        }
+    }
+    AnotaJogada(texto);
+}
+
+bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia) {
+    MaiorTexto = 1;
+    ProximaLivre = BaseCaptura = p.IniLista - 1 + SegueLinha;
+    iniNo = p.IniLista;
+    bool todasDamas = true;
+    const int lado = p.Vez;
+    for (int i = 1; i <= 12; ++i) {
+        if (Regra != 1 && MaiorTexto >= 3) {
+            MaiorTexto = 3;
+            BaseCaptura = ProximaLivre;
+        }
+        const int casa = p.Peca(OrdemPecas[i], lado) & 127;
+        if (casa == 0) continue;
+        const uint8_t ali = referencia.Casas[casa];
+        if (!((ali & (LADO1 | LADO2)) && (ali & DAMA))) todasDamas = false;
+        GeraPeca(p, casa, 0, Jogada{}, 0);
+    }
+    p.FimLista = static_cast<int16_t>(ProximaLivre);
+    return todasDamas;
+}
+
+void Gerador::ListaComputador(Posicao& p) { ListaComputador(p, p); }
+
+void Gerador::ListaHumano(Posicao& p) {
+    MaiorTexto = 1;
+    SegueLinha = 0;
+    ProximaLivre = BaseCaptura = p.IniLista - 1;
+    iniNo = p.IniLista;
+    const int lado = p.Vez;
+    for (int numero = 1; numero <= 12; ++numero) {
+        const int casa = p.Peca(numero, lado) & 127;
+        if (casa != 0) GeraPeca(p, casa, 0, Jogada{}, 0);
+    }
+    p.FimLista = static_cast<int16_t>(ProximaLivre);
+}
+
+} // namespace velmora

@@ -1,0 +1,90 @@
+#pragma once
+// Move generation for the four rule sets. The generator works by playing: each jump of a
+// capture is played on a copy of the position, and finished routes are offered to a list
+// that keeps only the longest. All lists of a search are stacked in one table.
+#include "core/jogada.h"
+#include "core/posicao.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+
+namespace velmora {
+
+class Gerador {
+public:
+    static constexpr int CAPACIDADE = 7488; // 156 moves for each of 48 plies
+
+    Gerador();
+
+    // Slots 1..CAPACIDADE; a node's moves occupy IniLista..FimLista of its position.
+    const Jogada& Slot(int i) const { return ListaJogadas[i]; }
+    Jogada& Slot(int i) { return ListaJogadas[i]; }
+
+    // Calls the generator of the rule set in force; any other rule set does nothing.
+    void GeraPeca(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
+    void GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
+    void GeraRegra2(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
+    void GeraRegra3(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
+    void GeraRegra4(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
+    // Offers a finished move to the list of the node being built.
+    void AnotaJogada(const Jogada& m);
+
+    // The computer's list: pieces in OrdemPecas; under rule sets 2 to 4 each capturing
+    // piece keeps its own longest routes. Sets p.FimLista. Returns true at an all-kings
+    // node: every piece asked stands on a square that holds a king on `referencia`.
+    bool ListaComputador(Posicao& p, const Posicao& referencia);
+    // The same without the all-kings test (perft and tools).
+    void ListaComputador(Posicao& p);
+    // The human's list: pieces in plain order, only the routes that take the most pieces.
+    // Starts at p.IniLista and sets p.FimLista.
+    void ListaHumano(Posicao& p);
+
+    // Fills OrdemPecas: numbers 1..4 shuffled into entries 1..4, 5..8 into 5..8, 9..12
+    // into 9..12. `sorteio(n)` gives a whole number 0..n-1.
+    template <class Sorteio> void EmbaralhaOrdem(Sorteio&& sorteio) {
+        OrdemPecas.fill(0);
+        for (int grupo = 0; grupo < 3; ++grupo) {
+            for (int k = 1; k <= 4; ++k) {
+                int livres = 0;
+                for (int e = 1; e <= 4; ++e) livres += OrdemPecas[grupo * 4 + e] == 0;
+                int escolha = sorteio(livres);
+                for (int e = 1; e <= 4; ++e) {
+                    if (OrdemPecas[grupo * 4 + e] != 0) continue;
+                    if (escolha-- == 0) {
+                        OrdemPecas[grupo * 4 + e] = grupo * 4 + k;
+                        break;
+                    }
+                }
+            }
+        }
+    }
+    void OrdemNatural();
+    // Seeds the rotation of side 2's flying kings under rule set 1.
+    void SemeiaRotacao(uint32_t semente) { rotacao = semente ? semente : 0x9e3779b9u; }
+
+    int Regra = 1;
+    int ProximaLivre = 0;
+    int BaseCaptura = 0;
+    int MaiorTexto = 1;
+    int SegueLinha = 0;
+    // Set when a list would pass the end of the table; the move is dropped and the search
+    // that sees it gives up its iteration.
+    bool Estouro = false;
+    std::array<int, 13> OrdemPecas{};
+
+private:
+    void GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada,
+                   int geradora);
+    void GeraDama(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada,
+                  const int* direcoes);
+    void Continua(const Posicao& copia, int casa, int saltos, const Jogada& texto, int barrada,
+                  int geradora);
+    int Rotacao();
+
+    std::unique_ptr<Jogada[]> ListaJogadas;
+    int iniNo = 1; // IniLista of the node whose list is being built
+    uint32_t rotacao = 0x9e3779b9u;
+};
+
+} // namespace velmora
