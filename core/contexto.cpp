@@ -245,16 +245,19 @@ uint8_t Contexto::JogadaHumano() {
 
     std::string marcadas; // squares marked for the last click
     for (;;) {
+        esperandoClique = true;
         while (!cliquePendente) {
-            if (Game.Fim || Game.JogaPorMim) return 0;
+            if (Game.Fim || Game.JogaPorMim) break;
             if (Ja_Joguei) {
                 Atual.Vez = static_cast<uint8_t>(3 - Atual.Vez);
                 Ja_Joguei = false;
+                esperandoClique = false;
                 return 0;
             }
             plataforma.ProcessaEventos();
             plataforma.Dorme(2);
         }
+        esperandoClique = false;
         cliquePendente = false;
         if (Game.Fim || Game.JogaPorMim) return 0;
 

@@ -111,7 +111,13 @@ public:
     Plataforma& plataforma;
     Ganchos* ganchos = &semGanchos;
     Pensador* pensador = nullptr;
-    Gerador& gerador() { return *gerador_; }
+    // The generator, with the rule set of the game in force.
+    Gerador& gerador() {
+        gerador_->Regra = Game.Regra;
+        return *gerador_;
+    }
+    // True while a human turn waits for a click on the board.
+    bool EsperaClique() const { return esperandoClique; }
 
     // --- board ---
     void defineinicio();
@@ -169,6 +175,7 @@ private:
     std::mt19937 rng;
     uint32_t sementes = 0;
     bool cliquePendente = false;
+    bool esperandoClique = false;
 };
 
 } // namespace velmora

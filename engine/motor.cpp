@@ -84,6 +84,7 @@ int Motor::AlfaBetaSilencioso(Posicao& p, int ply, int profundidade, int alfa, i
 int Motor::Aprofunda(Posicao& raiz, double segundos, int profMaxima, bool silencioso) {
     ZeraContadores();
     EstourouLista = false;
+    g.Regra = ctx.Game.Regra;
     LimiteTempo = ctx.plataforma.Decorrido() + segundos;
     Tabela& linha = *LinhaPrincipal;
     for (auto& m : linha[0]) m.tam = 0;
