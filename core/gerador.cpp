@@ -32,6 +32,26 @@ int Gerador::Rotacao() {
     return 1 + static_cast<int>(rotacao % 4);
 }
 
+inline void Gerador::AnotaSimples(int de, int para) {
+    if (2 > MaiorTexto) {
+        MaiorTexto = 2;
+        ProximaLivre = BaseCaptura;
+    }
+    if (MaiorTexto != 2) return;
+    if (SegueLinha) {
+        const Jogada& guardada = ListaJogadas[iniNo];
+        if (guardada.tam == 2 && guardada.c[0] == de && guardada.c[1] == para) return;
+    }
+    if (ProximaLivre >= CAPACIDADE) {
+        Estouro = true;
+        return;
+    }
+    Jogada& slot = ListaJogadas[++ProximaLivre];
+    slot.tam = 2;
+    slot.c[0] = static_cast<uint8_t>(de);
+    slot.c[1] = static_cast<uint8_t>(para);
+}
+
 void Gerador::AnotaJogada(const Jogada& m) {
     const int n = m.tam;
     if (n > MaiorTexto) {
@@ -61,7 +81,9 @@ void Gerador::GeraPeca(const Posicao& p, int casa, int saltos, const Jogada& tex
 void Gerador::GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& texto,
                          int barrada) {
     const bool dama = p.Casas[casa] & DAMA;
-    if (!dama) return GeraCurta(p, casa, saltos, texto, barrada, 1);
+    if (!dama)
+        return p.Vez == 1 ? GeraCurta<1, 1>(p, casa, saltos, texto, barrada)
+                          : GeraCurta<1, 2>(p, casa, saltos, texto, barrada);
     if (p.Vez == 1) return GeraDama(p, casa, saltos, texto, barrada, ordemTodas);
     const int r = Rotacao();
     int ordem[5] = {4, 0, 0, 0, 0};
@@ -71,19 +93,24 @@ void Gerador::GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& t
 
 void Gerador::GeraRegra2(const Posicao& p, int casa, int saltos, const Jogada& texto,
                          int barrada) {
-    if (!(p.Casas[casa] & DAMA)) return GeraCurta(p, casa, saltos, texto, barrada, 2);
+    if (!(p.Casas[casa] & DAMA))
+        return p.Vez == 1 ? GeraCurta<2, 1>(p, casa, saltos, texto, barrada)
+                          : GeraCurta<2, 2>(p, casa, saltos, texto, barrada);
     GeraDama(p, casa, saltos, texto, barrada, p.Vez == 1 ? ordemTodas : ordemTodasInversa);
 }
 
 void Gerador::GeraRegra3(const Posicao& p, int casa, int saltos, const Jogada& texto,
                          int barrada) {
-    if (!(p.Casas[casa] & DAMA)) return GeraCurta(p, casa, saltos, texto, barrada, 3);
+    if (!(p.Casas[casa] & DAMA))
+        return p.Vez == 1 ? GeraCurta<3, 1>(p, casa, saltos, texto, barrada)
+                          : GeraCurta<3, 2>(p, casa, saltos, texto, barrada);
     GeraDama(p, casa, saltos, texto, barrada, p.Vez == 1 ? ordemTodas : ordemTodasInversa);
 }
 
 void Gerador::GeraRegra4(const Posicao& p, int casa, int saltos, const Jogada& texto,
                          int barrada) {
-    GeraCurta(p, casa, saltos, texto, barrada, 4);
+    if (p.Vez == 1) GeraCurta<4, 1>(p, casa, saltos, texto, barrada);
+    else GeraCurta<4, 2>(p, casa, saltos, texto, barrada);
 }
 
 // Where a jump of a short piece goes on: rule set 2 calls itself, rule set 3 finishes the
@@ -106,19 +133,19 @@ void Gerador::Continua(const Posicao& copia, int casa, int saltos, const Jogada&
 
 // A man under every rule set, and a king under rule set 4: steps to the next square and
 // jumps a piece next to it.
+template <int Geradora, int Lado>
 void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& texto,
-                        int barrada, int geradora) {
-    const int lado = p.Vez;
-    const uint8_t inimigo = BitDoLado(3 - lado);
+                        int barrada) {
+    constexpr uint8_t inimigo = BitDoLado(3 - Lado);
     const bool dama = p.Casas[casa] & DAMA;
     const int* ordem;
-    if (geradora == 1) ordem = lado == 1 ? ordemTodas : ordemTodasInversa;
-    else if (dama) ordem = lado == 1 ? ordemTodas : ordemTodasInversa;
-    else ordem = lado == 1 ? frente1 : frente2;
+    if (Geradora == 1 || dama) ordem = Lado == 1 ? ordemTodas : ordemTodasInversa;
+    else ordem = Lado == 1 ? frente1 : frente2;
+    const int direcoes = ordem[0];
 
-    for (int i = 1; i <= ordem[0]; ++i) {
+    for (int i = 1; i <= direcoes; ++i) {
         const int d = ordem[i];
-        if (geradora == 1 && d == barrada) continue;
+        if (Geradora == 1 && d == barrada) continue;
         const int m = casa + Direcoes[d];
         const uint8_t vizinha = p.Casas[m];
         if (vizinha & inimigo) {
@@ -129,17 +156,13 @@ void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& te
                                 static_cast<uint8_t>(m));
                 Posicao copia = p;
                 FazJogada(copia, rota.c.data() + rota.tam - 3, 3, false);
-                Continua(copia, l, saltos + 1, rota, 5 - d, geradora);
+                Continua(copia, l, saltos + 1, rota, 5 - d, Geradora);
             }
-        } else if (saltos == 0 && vizinha == 0 && (dama || ParaFrente(lado, d))) {
-            Jogada simples;
-            simples.c[0] = static_cast<uint8_t>(casa);
-            simples.c[1] = static_cast<uint8_t>(m);
-            simples.tam = 2;
-            AnotaJogada(simples);
+        } else if (saltos == 0 && vizinha == 0 && (dama || ParaFrente(Lado, d))) {
+            AnotaSimples(casa, m);
         }
     }
-    AnotaJogada(texto);
+    if (texto.tam) AnotaJogada(texto); // an empty text is always dropped
 }
 
 // A flying king: moves along a free diagonal and jumps a single piece at any distance,
@@ -168,15 +191,11 @@ void Gerador::GeraDama(const Posicao& p, int casa, int saltos, const Jogada& tex
                 FazJogada(copia, rota.c.data() + rota.tam - 3, 3, false);
                 GeraPeca(copia, w, saltos + 1, rota, 5 - d);
             } else if (saltos == 0) {
-                Jogada simples;
-                simples.c[0] = static_cast<uint8_t>(casa);
-                simples.c[1] = static_cast<uint8_t>(w);
-                simples.tam = 2;
-                AnotaJogada(simples);
+                AnotaSimples(casa, w);
             }
         }
     }
-    AnotaJogada(texto);
+    if (texto.tam) AnotaJogada(texto);
 }
 
 bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia) {
@@ -185,6 +204,7 @@ bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia) {
     iniNo = p.IniLista;
     bool todasDamas = true;
     const int lado = p.Vez;
+    const Jogada vazia;
     for (int i = 1; i <= 12; ++i) {
         if (Regra != 1 && MaiorTexto >= 3) {
             MaiorTexto = 3;
@@ -194,7 +214,7 @@ bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia) {
         if (casa == 0) continue;
         const uint8_t ali = referencia.Casas[casa];
         if (!((ali & (LADO1 | LADO2)) && (ali & DAMA))) todasDamas = false;
-        GeraPeca(p, casa, 0, Jogada{}, 0);
+        GeraPeca(p, casa, 0, vazia, 0);
     }
     p.FimLista = static_cast<int16_t>(ProximaLivre);
     return todasDamas;
@@ -208,9 +228,10 @@ void Gerador::ListaHumano(Posicao& p) {
     ProximaLivre = BaseCaptura = p.IniLista - 1;
     iniNo = p.IniLista;
     const int lado = p.Vez;
+    const Jogada vazia;
     for (int numero = 1; numero <= 12; ++numero) {
         const int casa = p.Peca(numero, lado) & 127;
-        if (casa != 0) GeraPeca(p, casa, 0, Jogada{}, 0);
+        if (casa != 0) GeraPeca(p, casa, 0, vazia, 0);
     }
     p.FimLista = static_cast<int16_t>(ProximaLivre);
 }

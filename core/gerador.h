@@ -74,8 +74,10 @@ public:
     std::array<int, 13> OrdemPecas{};
 
 private:
-    void GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada,
-                   int geradora);
+    template <int Geradora, int Lado>
+    void GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
+    // Offers a plain move: the common case, written straight into its slot.
+    void AnotaSimples(int de, int para);
     void GeraDama(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada,
                   const int* direcoes);
     void Continua(const Posicao& copia, int casa, int saltos, const Jogada& texto, int barrada,

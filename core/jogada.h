@@ -14,9 +14,14 @@ struct Jogada {
     // Twelve jumps at most: 36 squares.
     static constexpr int MAXIMO = 39;
     uint8_t tam = 0;
-    std::array<uint8_t, MAXIMO> c{};
+    // Only the first `tam` bytes mean anything; the rest is left unset on purpose, so that
+    // making a move costs no clearing.
+    std::array<uint8_t, MAXIMO> c;
 
-    Jogada() = default;
+    Jogada() : c() {}
+    // A move whose bytes are all to be written by the caller.
+    struct SemZerar {};
+    explicit Jogada(SemZerar) {}
     // Takes at most MAXIMO bytes of the text.
     explicit Jogada(std::string_view texto) {
         tam = static_cast<uint8_t>(std::min<size_t>(texto.size(), MAXIMO));
