@@ -12,5 +12,7 @@ int ComandoPerft(const Argumentos& args);
 int ComandoLista(const Argumentos& args);
 int ComandoAnalisa(const Argumentos& args);
 int ComandoPartida(const Argumentos& args);
+int ComandoRecordes(const Argumentos& args);
+int ComandoConfiguracao(const Argumentos& args);
 
 } // namespace velmora::cli

@@ -15,12 +15,14 @@ struct Subcomando {
 constexpr Subcomando subcomandos[] = {
     {"analisa", velmora::cli::ComandoAnalisa,
      "analisa --regra N --tabuleiro TEXTO (--tempo S | --prof D)"},
+    {"configuracao", velmora::cli::ComandoConfiguracao, "configuracao exporta|importa ARQUIVO"},
     {"lista", velmora::cli::ComandoLista,
      "lista --regra N --modo humano|computador --tabuleiro TEXTO"},
     {"partida", velmora::cli::ComandoPartida,
      "partida [--tipo HH|HC|CH|CC] [--regra N] [--nivel1 N] [--nivel2 N] [--comeca 1|2]"},
     {"perft", velmora::cli::ComandoPerft,
      "perft --regra N --modo humano|computador --prof D [--tabuleiro TEXTO]"},
+    {"recordes", velmora::cli::ComandoRecordes, "recordes [--nivel N]"},
 };
 
 void MostraUso() {
