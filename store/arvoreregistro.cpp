@@ -53,6 +53,10 @@ std::vector<const ValorRegistro*> ChaveRegistro::ValoresEmOrdem() const {
     return v;
 }
 
+bool NomeDeValorValido(std::string_view nome) {
+    return nome.size() <= MaxNomeValor && nome.find_first_of("\r\n") == std::string_view::npos;
+}
+
 std::optional<std::size_t> IndiceDaRaiz(std::string_view nome) {
     for (std::size_t i = 0; i < Raizes.size(); ++i)
         if (IguaisSemCaixa(nome, Raizes[i].longo) || IguaisSemCaixa(nome, Raizes[i].curto))
@@ -88,8 +92,12 @@ std::optional<std::vector<std::string>> PartesDoCaminho(std::string_view subchav
         size_t f = subchave.find('\\', i);
         if (f == std::string_view::npos) f = subchave.size();
         if (f > i) {
-            if (f - i > MaxNomeChave || partes.size() >= MaxProfundidade) return std::nullopt;
-            partes.emplace_back(subchave.substr(i, f - i));
+            const std::string_view parte = subchave.substr(i, f - i);
+            if (parte.size() > MaxNomeChave || partes.size() >= MaxProfundidade)
+                return std::nullopt;
+            for (char c : parte)
+                if (static_cast<unsigned char>(c) < 0x20) return std::nullopt;
+            partes.emplace_back(parte);
         }
         i = f + 1;
     }

@@ -19,6 +19,8 @@ enum TipoValor : int { RegSz = 1, RegExpandSz = 2, RegBinary = 3, RegDword = 4 }
 inline constexpr std::size_t MaxNomeChave = 255;
 inline constexpr std::size_t MaxProfundidade = 512;
 inline constexpr std::size_t MaxNomeValor = 16383;
+// A value name fits on one line of the store file.
+bool NomeDeValorValido(std::string_view nome);
 
 struct ValorRegistro {
     std::string nome;
@@ -73,7 +75,8 @@ struct ArvoreRegistro {
 };
 
 // The parts of a sub-key path split at "\"; empty parts (doubled or trailing "\") are
-// dropped. Nothing when a part is too long or the path too deep.
+// dropped. Nothing when a part is too long or holds a control character, or the path is
+// too deep.
 std::optional<std::vector<std::string>> PartesDoCaminho(std::string_view subchave);
 
 } // namespace velmora

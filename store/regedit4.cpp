@@ -172,7 +172,7 @@ LeituraRegedit4 LeRegedit4(std::string bytes) {
         else
             nome = LeEscapado(l);
         l = Apara(l);
-        if (!atual || !nome || nome->size() > MaxNomeValor || l.empty() || l[0] != '=') {
+        if (!atual || !nome || !NomeDeValorValido(*nome) || l.empty() || l[0] != '=') {
             ruim(linhaDoValor);
             continue;
         }

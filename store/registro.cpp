@@ -268,7 +268,7 @@ bool clsRegistryAccess::HaveSubkey(std::string_view sPath) {
 
 clsRegistryAccess::Handle clsRegistryAccess::Grava(const Caminho& c, std::string_view nome,
                                                    int tipo, std::string dados) {
-    if (!c.raiz || !c.partes || Protegida(c) || nome.size() > MaxNomeValor) return 0;
+    if (!c.raiz || !c.partes || Protegida(c) || !NomeDeValorValido(nome)) return 0;
     Sincroniza();
     auto antes = Antes();
     arvore_.CriaChave(*c.raiz, *c.partes).PoeValor(nome, tipo, std::move(dados));

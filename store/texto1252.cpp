@@ -134,7 +134,7 @@ std::string NormalizaParaCp1252(std::string bytes) {
     for (size_t i = 0; i < v.size();) {
         char32_t c = 0;
         const size_t n = LeUtf8(v, i, c);
-        if (n == 0) return bom ? std::string(v) : bytes; // not UTF-8: already the code page
+        if (n == 0) return bytes; // not UTF-8: already the code page, as it stands
         alemDoAscii |= n > 1;
         i += n;
     }

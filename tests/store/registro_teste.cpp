@@ -128,6 +128,15 @@ TEST_F(Registro, ChavesEnumeracaoEApagamento) {
     EXPECT_FALSE(reg.ValueExists("HKCU\\V", "x"));
 }
 
+TEST_F(Registro, NomesQueNaoCabemNumaLinhaSaoRecusados) {
+    EXPECT_EQ(reg.CreateKey("HKCU\\a\nb"), 0u);
+    EXPECT_EQ(reg.WriteString("HKCU\\K", "a\r\nb", "1"), 0u);
+    EXPECT_EQ(reg.CreateKey("HKCU\\" + std::string(256, 'k')), 0u);
+    EXPECT_NE(reg.CreateKey("HKCU\\" + std::string(255, 'k')), 0u);
+    EXPECT_NE(reg.WriteString("HKCU\\K", "tab\tno nome", "1"), 0u);
+    EXPECT_EQ(clsRegistryAccess(configuracao).ReadString("HKCU\\K", "tab\tno nome", ""), "1");
+}
+
 TEST_F(Registro, EnumValuesPorTipo) {
     reg.WriteString("HKCU\\E", " nome ", "texto");
     reg.WriteBinary("HKCU\\E", "bin", "01 02");
