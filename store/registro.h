@@ -30,6 +30,11 @@ class clsRegistryAccess {
     // The store file is read at the first call; `diario`, when given, must outlive this.
     explicit clsRegistryAccess(std::filesystem::path arquivo = ArquivoRegistro(),
                                const Diario* diario = nullptr);
+    // One per running copy: a copy would hold a second, diverging view of the store.
+    clsRegistryAccess(const clsRegistryAccess&) = delete;
+    clsRegistryAccess& operator=(const clsRegistryAccess&) = delete;
+    clsRegistryAccess(clsRegistryAccess&&) = default;
+    clsRegistryAccess& operator=(clsRegistryAccess&&) = default;
 
     // When false, WriteDWORD and WriteBinary fail on a missing key. ImportFromReg sets it.
     bool CreateKeyIfDoesntExists = true;

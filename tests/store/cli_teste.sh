@@ -30,8 +30,6 @@ confere "torneio sem placar" "Torneio" "$("$cli" recordes --nivel 8)"
 
 "$cli" recordes --nivel 0 2>/dev/null
 confere "nível fora da faixa" 2 $?
-"$cli" recordes --cor azul 2>/dev/null
-confere "opção desconhecida" 2 $?
 
 # without --nivel: the level chosen last in the dialog ("DF")
 mkdir -p "$pasta/config"
@@ -61,7 +59,5 @@ confere "arquivo que não é REGEDIT4" 2 $?
 confere "arquivo que falta" 1 $?
 "$cli" configuracao apaga x 2>/dev/null
 confere "ação desconhecida" 2 $?
-"$cli" configuracao exporta 2>/dev/null
-confere "falta o arquivo" 2 $?
 
 [ "$falhas" -eq 0 ]

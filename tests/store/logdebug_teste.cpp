@@ -41,16 +41,5 @@ TEST_F(Diarios, LigadoEscreveArquivoEOuvinte) {
     EXPECT_TRUE(Le(dados / "debug.txt").ends_with("conexão\n00:00:00  x\n"));
 }
 
-TEST_F(Diarios, RelogioDeVerdadeDaHoraDoDia) {
-    Diario d(true, pasta / "d.txt");
-    std::string linha;
-    d.ouvinte = [&](const std::string& l) { linha = l; };
-    d.LogDebug("agora");
-    ASSERT_EQ(linha.size(), 15u);
-    EXPECT_EQ(linha[2], ':');
-    EXPECT_EQ(linha[5], ':');
-    EXPECT_EQ(linha.substr(8), "  agora");
-}
-
 } // namespace
 } // namespace velmora

