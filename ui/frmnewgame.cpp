@@ -67,8 +67,10 @@ void MarcaRegra(std::array<QRadioButton*, 5>& opcoes, int regra) {
 
 } // namespace
 
-FrmNewGame::FrmNewGame(const AmbienteUi& ambiente, Configuracao& opcoes, bool naRede, QWidget* pai)
-    : QDialog(pai, Qt::Dialog | Qt::FramelessWindowHint), amb_(ambiente), opcoes_(opcoes) {
+FrmNewGame::FrmNewGame(const AmbienteUi& ambiente, Configuracao& opcoes,
+                       velmora::FrmNewGame& sessao, bool naRede, QWidget* pai)
+    : QDialog(pai, Qt::Dialog | Qt::FramelessWindowHint), amb_(ambiente), opcoes_(opcoes),
+      sessao_(sessao) {
     setObjectName("FrmNewGame");
     setWindowTitle("Novo jogo");
     setModal(true);
@@ -115,7 +117,7 @@ FrmNewGame::FrmNewGame(const AmbienteUi& ambiente, Configuracao& opcoes, bool na
     Label20 = new Rotulo("Ajuda", this);
     Label11 = new Rotulo("Opções", this);
     Label18 = new Rotulo("Opções avançadas", this);
-    Label2 = new Rotulo("Sair", this);
+    Label2 = new Rotulo(QString::fromStdString(sessao_.Label2), this);
     Label3 = new Rotulo("JOGAR", this);
     Label3->DefineDestaque(true);
     Label3->setMinimumWidth(110);
@@ -491,8 +493,8 @@ int FrmNewGame::PuxaRegra(int grupo) const {
     return 0;
 }
 
-void FrmNewGame::DefineCancelar(const QString& texto) {
-    Label2->DefineTexto(texto);
+void FrmNewGame::MostraCancelar() {
+    Label2->DefineTexto(QString::fromStdString(sessao_.Label2));
 }
 
 void FrmNewGame::Image1_Click(int aba) {
@@ -582,10 +584,12 @@ bool FrmNewGame::Valida() {
 }
 
 void FrmNewGame::Label3_Click() {
-    DefineCancelar("Sair");
+    sessao_.Label2 = "Sair";
+    MostraCancelar();
     GravaOpcao(amb_.reg, "OPTJ", std::to_string(aba_));
-    if (!Valida()) return;
+    CamposNovoJogo campos = Campos();
     if (aba_ >= 3) {
+        if (!Valida()) return;
         if (!conectaOnline) {
             amb_.caixas.Mensagem(this,
                                  "O jogo on-line não está disponível nesta versão do Velmora "
@@ -594,25 +598,30 @@ void FrmNewGame::Label3_Click() {
                                  TitulosDasAbas[aba_]);
             return;
         }
-        if (!conectaOnline(Campos())) return;
+        if (!conectaOnline(campos)) return;
+    } else if (!sessao_.JOGAR(campos)) {
+        MostraCancelar();
+        return;
     }
-    Fecha(Saida::Jogar);
+    Fecha(SaidaDialogo::Jogar);
 }
 
 void FrmNewGame::Label2_Click() {
     if (Label2->Texto() == "Cancelar") {
-        Fecha(Saida::Cancelar);
+        Fecha(SaidaDialogo::Cancelar);
         return;
     }
     // "Sair": the process ends with nothing written
-    saida_ = Saida::Sair;
+    saida_ = SaidaDialogo::Sair;
+    fechado_ = true;
     done(QDialog::Rejected);
 }
 
-void FrmNewGame::Fecha(Saida saida) {
+void FrmNewGame::Fecha(SaidaDialogo saida) {
     saida_ = saida;
+    fechado_ = true;
     GravaMemorias();
-    done(saida == Saida::Jogar ? QDialog::Accepted : QDialog::Rejected);
+    done(saida == SaidaDialogo::Jogar ? QDialog::Accepted : QDialog::Rejected);
 }
 
 void FrmNewGame::reject() {
@@ -621,9 +630,11 @@ void FrmNewGame::reject() {
 
 CamposNovoJogo FrmNewGame::Campos() const {
     CamposNovoJogo c;
-    c.aba = aba_;
-    c.nivel = PuxaNivel();
-    for (int g = 1; g <= 3; ++g) c.regra[static_cast<std::size_t>(g)] = PuxaRegra(g);
+    c.Aba = aba_;
+    c.Nivel = nivel_;
+    c.Opt_regra = PuxaRegra(1);
+    c.Opt_regra2 = PuxaRegra(2);
+    c.Opt_regra3 = PuxaRegra(3);
     c.TxtHC = Texto(TxtHC);
     c.TxtHH1 = Texto(TxtHH1);
     c.TxtHH2 = Texto(TxtHH2);
@@ -631,13 +642,11 @@ CamposNovoJogo FrmNewGame::Campos() const {
     c.Text4 = Texto(Text4);
     c.Combo3 = Combo3->currentText().toStdString();
     c.Text2 = Texto(Text2);
-    c.Check1 = Check1->isChecked();
-    c.ChkChat = ChkChat->isChecked();
     c.ChkNaRede = ChkNaRede->isVisible() && ChkNaRede->isChecked();
     c.Text1 = Texto(Text1);
     c.Text3 = Texto(Text3);
     c.TxtRede = Texto(TxtRede);
-    c.CriarJogo = Option1->isChecked();
+    c.Option1 = Option1->isChecked();
     return c;
 }
 

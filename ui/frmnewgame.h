@@ -1,6 +1,8 @@
 #pragma once
 // FrmNewGame: where a session is chosen, in five tabs. It remembers what was typed through
 // the settings, validates at "JOGAR", and hands its fields to whoever opened it.
+#include "session/frmnewgame.h"
+
 #include <QDialog>
 #include <array>
 #include <functional>
@@ -26,40 +28,23 @@ class BarraTitulo;
 class BotaoIcone;
 class Rotulo;
 
-// What the dialog gives when "JOGAR" is accepted.
-struct CamposNovoJogo {
-    int aba = 1;                       // 1 to 5, stored as OPTJ
-    int nivel = 3;                     // PuxaNivel: 1 to 5, or 8 for the tournament
-    std::array<int, 4> regra{};        // PuxaRegra of groups 1, 2 and 3 (index 0 unused); 0 none
-    std::string TxtHC, TxtHH1, TxtHH2; // tabs 1 and 2
-    bool Visitante = false;            // tab 3: ImGTPON 1
-    std::string Text4, Combo3, Text2;  // tab 3: visitor's name, nick, password
-    bool Check1 = true;                // "Salvar senha neste computador"
-    bool ChkChat = true;
-    bool ChkNaRede = false;
-    std::string Text1, Text3; // tab 4: nick and group password
-    std::string TxtRede;      // tab 5
-    bool CriarJogo = true;    // tab 5: Option1 "Criar Jogo", else Option2 "Entrar no jogo"
-};
-
+// The window of the session's new game dialog (velmora::FrmNewGame): its cancel label,
+// and its "JOGAR", which runs the session's confirmation with the fields of the form.
 class FrmNewGame : public QDialog {
     Q_OBJECT
   public:
-    enum class Saida { Aberto, Jogar, Cancelar, Sair };
-
     // `opcoes`: ChkChat sets HabilitaChat at once. `naRede`: Game.NaRede.
-    FrmNewGame(const AmbienteUi& ambiente, Configuracao& opcoes, bool naRede = false,
-               QWidget* pai = nullptr);
+    FrmNewGame(const AmbienteUi& ambiente, Configuracao& opcoes, velmora::FrmNewGame& sessao,
+               bool naRede = false, QWidget* pai = nullptr);
 
-    // "Sair" for the first dialog of a run, "Cancelar" from "Novo jogo".
-    void DefineCancelar(const QString& texto);
-    Saida Resultado() const { return saida_; }
+    SaidaDialogo Resultado() const { return saida_; }
+    bool Fechado() const { return fechado_; }
     CamposNovoJogo Campos() const;
 
     // Called for "JOGAR" on tabs 3, 4 and 5 once the fields are valid: true when a link
     // stands and the dialog may close. Without it the dialog says that on-line play isn't
     // available in this build and stays open.
-    std::function<bool(const CamposNovoJogo&)> conectaOnline;
+    std::function<bool(CamposNovoJogo&)> conectaOnline;
     // Label11 and F9.
     std::function<void(QWidget* pai)> abreOpcoes;
     std::function<void(QWidget* pai)> abreSobre;
@@ -139,12 +124,15 @@ class FrmNewGame : public QDialog {
     void AvaliaChecks();
     void Combo3_Change();
     void GravaMemorias();
-    void Fecha(Saida saida);
+    void Fecha(SaidaDialogo saida);
     bool Valida();
+    void MostraCancelar();
 
     const AmbienteUi& amb_;
     Configuracao& opcoes_;
-    Saida saida_ = Saida::Aberto;
+    velmora::FrmNewGame& sessao_;
+    SaidaDialogo saida_ = SaidaDialogo::Cancelar;
+    bool fechado_ = false;
     int aba_ = 1;
     int nivel_ = 3;
 };

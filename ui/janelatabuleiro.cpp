@@ -1,13 +1,8 @@
 #include "ui/janelatabuleiro.h"
 
-#include "core/registros.h"
-#include "store/configuracao.h"
-#include "store/placar.h"
-#include "store/recordes.h"
 #include "ui/ambiente.h"
 #include "ui/barratitulo.h"
 #include "ui/caixas.h"
-#include "ui/controlesessao.h"
 #include "ui/desenhos.h"
 #include "ui/filtrapalavroes.h"
 #include "ui/frmopcoes.h"
@@ -47,36 +42,6 @@ QLabel* Rotulo_(QWidget* pai, const QString& nome, const QRect& r, int pixels = 
     l->setFont(f);
     l->setAlignment(alinha);
     return l;
-}
-
-const char* NomeFase(int fase) {
-    static const char* const nomes[] = {"",
-                                        "Primeiro oponente",
-                                        "Segundo oponente",
-                                        "Terceiro oponente",
-                                        "Quarto oponente",
-                                        "Oitavas de Final",
-                                        "Quartas de Final",
-                                        "Semi Final",
-                                        "Final"};
-    return fase >= 1 && fase <= 8 ? nomes[fase] : "";
-}
-
-const char* TextoNivel(int nivel) {
-    switch (nivel) {
-    case 1:
-        return "(Iniciante)";
-    case 2:
-        return "(Amador)";
-    case 3:
-        return "(Intermediário)";
-    case 4:
-        return "(Experiente)";
-    case 5:
-        return "(Profissional)";
-    default:
-        return "";
-    }
 }
 
 } // namespace
@@ -131,43 +96,22 @@ void Lampada::paintEvent(QPaintEvent*) {
 
 // ---------------------------------------------------------------- the window
 
-JanelaTabuleiro::JanelaTabuleiro(Contexto& ctx, const AmbienteUi& ambiente, Configuracao& opcoes,
-                                 QWidget* pai)
-    : QWidget(pai, Qt::Window | Qt::FramelessWindowHint), ctx_(ctx), amb_(ambiente),
-      opcoes_(opcoes) {
+JanelaTabuleiro::JanelaTabuleiro(Form1& form1, const AmbienteUi& ambiente, QWidget* pai)
+    : QWidget(pai, Qt::Window | Qt::FramelessWindowHint), f_(form1), ctx_(form1.ctx),
+      amb_(ambiente) {
     setObjectName("Form1");
     setWindowTitle("Velmora Ace");
     setMinimumSize(LarguraPalco, AlturaPalco);
     resize(LarguraPalco, AlturaPalco);
     Monta();
-
-    tmr.setInterval(5000);
-    tmr.setSingleShot(true);
-    connect(&tmr, &QTimer::timeout, this, [this] {
-        ctx_.painel.lbMsg.Texto.clear();
-        msgVista_.clear();
-        Atualiza();
-    });
-    Timer1.setInterval(300);
-    connect(&Timer1, &QTimer::timeout, this, [this] {
-        if (++tiquesTimer1_ == 1) {
-            Text4->setStyleSheet("QTextEdit { color: #800000; }");
-        } else {
-            Text4->setStyleSheet(QString());
-            Timer1.stop();
-        }
-    });
-    TimerSair.setInterval(300);
-    TimerSair.setSingleShot(true);
-    connect(&TimerSair, &QTimer::timeout, this, &JanelaTabuleiro::Descarrega);
-
-    LimpaPlacar();
-    Text3->clear();
-    Text4->clear();
     Atualiza();
 }
 
 JanelaTabuleiro::~JanelaTabuleiro() = default;
+
+QRect JanelaTabuleiro::RetanguloServidor(int casa) {
+    return {XTab + (casa % 10 - 2) * Lado, YTab + (casa / 10 - 1) * Lado, Lado, Lado};
+}
 
 void JanelaTabuleiro::Monta() {
     palco_ = new QWidget(this);
@@ -181,15 +125,15 @@ void JanelaTabuleiro::Monta() {
                                                               {Icone::Minimizar, "Minimizar"},
                                                               {Icone::TelaCheia, "Tela cheia"},
                                                               {Icone::Fechar, "Fechar"}}};
-    for (int i = 1; i <= 3; ++i) {
+    for (std::size_t i = 1; i <= 3; ++i) {
         ImgCT[i] = new BotaoIcone(ct[i].first, Qt::white, ct[i].second, Image3);
         ImgCT[i]->setObjectName(QString("ImgCT_%1").arg(i));
         ImgCT[i]->setFixedSize(30, 30);
-        ImgCT[i]->move(LarguraPalco - 32 * (4 - i), 0);
+        ImgCT[i]->move(LarguraPalco - 32 * static_cast<int>(4 - i), 0);
     }
     connect(ImgCT[1], &BotaoIcone::clicado, this, [this] { showMinimized(); });
     connect(ImgCT[2], &BotaoIcone::clicado, this, &JanelaTabuleiro::TelaCheiaClick);
-    connect(ImgCT[3], &BotaoIcone::clicado, this, &JanelaTabuleiro::FechaClick);
+    connect(ImgCT[3], &BotaoIcone::clicado, this, [this] { f_.Image1_Click(); });
 
     // the board and what stands over it and below it
     VistaTabuleiro_ = new VistaTabuleiro(ctx_.painel, palco_);
@@ -201,10 +145,10 @@ void JanelaTabuleiro::Monta() {
             &JanelaTabuleiro::imgpd_DblClick);
 
     Label27 =
-        Rotulo_(palco_, "Label27", QRect(XTab + 40, YTab + 8 * Lado / 2 - 45, 8 * Lado - 80, 90),
-                26, true, Qt::AlignCenter);
+        Rotulo_(palco_, "Label27", QRect(XTab + 40, YTab + 8 * Lado / 2 - 50, 8 * Lado - 80, 100),
+                24, true, Qt::AlignCenter);
     Label27->setWordWrap(true);
-    Label27->setStyleSheet("QLabel { color: white; background: rgba(20, 30, 45, 200); "
+    Label27->setStyleSheet("QLabel { color: white; background: rgba(20, 30, 45, 210); "
                            "border: 2px solid #C88A22; border-radius: 10px; }");
     Label27->hide();
 
@@ -219,36 +163,36 @@ void JanelaTabuleiro::Monta() {
 
     // the players' panel: the opponent at the top, the local player at the bottom
     auto cartao = [this](int lado, int y) {
+        const auto i = static_cast<std::size_t>(lado);
         auto* fundo = new QWidget(palco_);
         fundo->setObjectName(QString("cartao%1").arg(lado));
         fundo->setGeometry(XDir, y, LDir, 92);
         fundo->setStyleSheet(QString("QWidget#cartao%1 { background: #F7F4E8; border: 1px "
                                      "solid #B9B29A; border-radius: 8px; }")
                                  .arg(lado));
-        Imglamp[static_cast<std::size_t>(lado - 1)] = new Lampada(fundo);
-        Imglamp[static_cast<std::size_t>(lado - 1)]->setObjectName(
-            QString("Imglamp_%1").arg(lado - 1));
-        Imglamp[static_cast<std::size_t>(lado - 1)]->setGeometry(8, 9, 20, 20);
-        LbNome[lado] =
-            Rotulo_(fundo, QString("LbNome_%1").arg(lado), QRect(34, 6, 200, 24), 16, true);
-        lbnivel[lado] = Rotulo_(fundo, QString("lbnivel_%1").arg(lado), QRect(34, 30, 130, 18), 12);
-        Estrelas[lado] = new Insignias(fundo);
-        Estrelas[lado]->setObjectName(QString("LBEstrelas%1").arg(lado));
-        Estrelas[lado]->setGeometry(150, 30, 84, 16);
-        Rotulo_(fundo, QString("rotuloVitorias%1").arg(lado), QRect(10, 52, 64, 18), 12)
-            ->setText("Vitórias:");
-        LbPT[lado] = Rotulo_(fundo, QString("LbPT%1").arg(lado), QRect(74, 52, 40, 18), 13, true);
+        Imglamp[i - 1] = new Lampada(fundo);
+        Imglamp[i - 1]->setObjectName(QString("Imglamp_%1").arg(lado - 1));
+        Imglamp[i - 1]->setGeometry(8, 9, 20, 20);
+        LbNome[i] = Rotulo_(fundo, QString("LbNome_%1").arg(lado), QRect(34, 6, 150, 24), 16, true);
+        LbNV[i] = Rotulo_(fundo, QString("LbNV_%1").arg(lado), QRect(184, 6, 50, 24), 11);
+        LbNV[i]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        lbnivel[i] = Rotulo_(fundo, QString("lbnivel_%1").arg(lado), QRect(34, 30, 124, 18), 12);
+        Estrelas[i] = new Insignias(fundo);
+        Estrelas[i]->setObjectName(QString("LBEstrelas%1").arg(lado));
+        Estrelas[i]->setGeometry(150, 30, 84, 16);
+        rotuloVitorias[i] =
+            Rotulo_(fundo, QString("rotuloVitorias%1").arg(lado), QRect(10, 52, 64, 18), 12);
+        rotuloVitorias[i]->setText("Vitórias:");
+        LbPT[i] = Rotulo_(fundo, QString("LbPT%1").arg(lado), QRect(74, 52, 40, 18), 13, true);
         Rotulo_(fundo, QString("rotuloPecas%1").arg(lado), QRect(124, 52, 50, 18), 12)
             ->setText("Peças:");
         QLabel* pecas =
             Rotulo_(fundo, lado == 1 ? "Label2" : "Label3", QRect(174, 52, 40, 18), 13, true);
         (lado == 1 ? Label2 : Label3) = pecas;
-        LbNV[lado] = Rotulo_(fundo, QString("LbNV_%1").arg(lado), QRect(164, 6, 70, 18), 11);
-        LbNV[lado]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-        PicCrono[lado] = new BarraRelogio(fundo);
-        PicCrono[lado]->setObjectName(QString("PicCrono_%1").arg(lado));
-        PicCrono[lado]->setGeometry(10, 76, LDir - 20, 8);
-        PicCrono[lado]->hide();
+        PicCrono[i] = new BarraRelogio(fundo);
+        PicCrono[i]->setObjectName(QString("PicCrono_%1").arg(lado));
+        PicCrono[i]->setGeometry(10, 76, LDir - 20, 8);
+        PicCrono[i]->hide();
     };
     cartao(2, YTab);
     cartao(1, YTab + 8 * Lado - 92);
@@ -273,15 +217,15 @@ void JanelaTabuleiro::Monta() {
          {Icone::Anterior, "Voltar uma jogada"},
          {Icone::Proxima, "Avançar uma jogada"},
          {Icone::Ultima, "Última jogada"}}};
-    for (int i = 0; i < 4; ++i) {
-        Image6[static_cast<std::size_t>(i)] =
-            new BotaoIcone(hist[static_cast<std::size_t>(i)].first, paleta::Barra,
-                           hist[static_cast<std::size_t>(i)].second, historico_);
-        BotaoIcone* b = Image6[static_cast<std::size_t>(i)];
-        b->setObjectName(QString("Image6_%1").arg(i));
-        b->DefineDuploComoClique(true);
-        b->move(i < 2 ? i * 36 : LDir - (4 - i) * 36, 0);
-        connect(b, &BotaoIcone::clicado, this, [this, i] { Image6_Click(i); });
+    for (std::size_t i = 0; i < 4; ++i) {
+        Image6[i] = new BotaoIcone(hist[i].first, paleta::Barra, hist[i].second, historico_);
+        Image6[i]->setObjectName(QString("Image6_%1").arg(i));
+        Image6[i]->DefineDuploComoClique(true);
+        Image6[i]->move(i < 2 ? static_cast<int>(i) * 36 : LDir - static_cast<int>(4 - i) * 36, 0);
+        connect(Image6[i], &BotaoIcone::clicado, this, [this, i] {
+            f_.Image6_Click(static_cast<int>(i));
+            Atualiza();
+        });
     }
     Label10 =
         Rotulo_(historico_, "Label10", QRect(72, 0, LDir - 144, 34), 15, true, Qt::AlignCenter);
@@ -299,7 +243,6 @@ void JanelaTabuleiro::Monta() {
     Label25->setObjectName("Label25");
     Label25->setGeometry(XDir + LDir - 66, YTab + 294, 66, 26);
     connect(Label25, &Rotulo::clicado, this, &JanelaTabuleiro::Label25_Click);
-    Image8 = Label25;
 
     // the buttons
     y = YTab + 212;
@@ -320,11 +263,11 @@ void JanelaTabuleiro::Monta() {
     Label22->setGeometry(XDir, y + 36, LDir / 2 - 3, 30);
     Label24->setGeometry(XDir + LDir / 2 + 3, y + 36, LDir / 2 - 3, 30);
     Label26->setGeometry(XDir, y + 72, LDir, 30);
-    connect(Label6, &Rotulo::clicado, this, &JanelaTabuleiro::Label6_Click);
-    connect(Label7, &Rotulo::clicado, this, &JanelaTabuleiro::Label7_Click);
-    connect(Label22, &Rotulo::clicado, this, &JanelaTabuleiro::Label22_Click);
-    connect(Label24, &Rotulo::clicado, this, &JanelaTabuleiro::Label24_Click);
-    connect(Label26, &Rotulo::clicado, this, &JanelaTabuleiro::Label26_Click);
+    connect(Label6, &Rotulo::clicado, this, [this] { f_.Label6_Click(); });
+    connect(Label7, &Rotulo::clicado, this, [this] { f_.Label7_Click(); });
+    connect(Label22, &Rotulo::clicado, this, [this] { f_.Label22_Click(); });
+    connect(Label24, &Rotulo::clicado, this, [this] { f_.Label24_Click(); });
+    connect(Label26, &Rotulo::clicado, this, [this] { f_.Label26_Click(); });
 
     // the picture buttons
     y = YTab + 8 * Lado - 92 - 44;
@@ -347,7 +290,9 @@ void JanelaTabuleiro::Monta() {
         b->move(x, y);
         x += 40;
     }
-    connect(Image7, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image7_Click);
+    connect(Image7, &BotaoIcone::clicado, this, [this] {
+        if (ctx_.painel.Image7.Habilitado) f_.Image7_Click();
+    });
     connect(Image12, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image12_Click);
     connect(Image13, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image13_Click);
     connect(Image4, &BotaoIcone::clicado, this, [this] {
@@ -357,7 +302,7 @@ void JanelaTabuleiro::Monta() {
     connect(Image15, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image15_Click);
 
     // the hidden aid
-    Image9 = new BotaoIcone(Icone::Torneio, QColor(0xC8, 0xBE, 0xA0), "", palco_);
+    Image9 = new BotaoIcone(Icone::Torneio, QColor(0xD6, 0xCF, 0xB4), "", palco_);
     Image9->setObjectName("Image9");
     Image9->setFixedSize(22, 22);
     Image9->setCursor(Qt::ArrowCursor);
@@ -381,32 +326,28 @@ void JanelaTabuleiro::paintEvent(QPaintEvent*) {
 
 // ---------------------------------------------------------------- drawing the state
 
-void JanelaTabuleiro::SincronizaRotulo(QLabel* r, const Controle& c) {
+void JanelaTabuleiro::Sincroniza(QLabel* r, const Controle& c) {
     const QString t = QString::fromStdString(c.Texto);
     if (r->text() != t) r->setText(t);
     r->setVisible(c.Visivel);
 }
 
-void JanelaTabuleiro::SincronizaBotao(Rotulo* r, const Controle& c) {
-    r->DefineTexto(QString::fromStdString(c.Texto.empty() ? r->Texto().toStdString() : c.Texto));
+void JanelaTabuleiro::Sincroniza(Rotulo* r, const Controle& c) {
+    if (!c.Texto.empty()) r->DefineTexto(QString::fromStdString(c.Texto));
+    r->setVisible(c.Visivel);
     r->setEnabled(c.Habilitado);
     r->DefineCinza(c.Cor == cor::Cinza);
 }
 
 void JanelaTabuleiro::Atualiza() {
-    Painel& p = ctx_.painel;
-    VistaTabuleiro_->DefineEspelhado(ctx_.Tipo_c == "Cliente");
+    const Painel& p = ctx_.painel;
+    const Form1Modelo& m = f_.modelo;
+    // a "Cliente" sees its own side at the bottom: image 12 takes the place of image 89
+    VistaTabuleiro_->DefineEspelhado(m.imgpd[12] != Retangulo{} &&
+                                     m.imgpd[12] == m.PosicaoCasa[89]);
     VistaTabuleiro_->update();
 
-    SincronizaRotulo(Label27, p.Label27);
-    if (p.lbMsg.Texto != msgVista_) {
-        // each change of the message line gives it five more seconds
-        msgVista_ = p.lbMsg.Texto;
-        if (!msgVista_.empty())
-            tmr.start();
-        else
-            tmr.stop();
-    }
+    Sincroniza(Label27, p.Label27);
     lbMsg->setText(QString::fromStdString(p.lbMsg.Texto));
     lbYMM->setText(QString::fromStdString(p.lbYMM.Texto));
     lbMoves->setText(QString::fromStdString(p.lbMoves.Texto));
@@ -418,229 +359,103 @@ void JanelaTabuleiro::Atualiza() {
         if (!c->Texto.empty()) relatorio << QString::fromStdString(c->Texto);
     lbRelatorio->setText(relatorio.join("   "));
 
-    SincronizaRotulo(Label2, p.Label2);
-    SincronizaRotulo(Label3, p.Label3);
-    Label10->setText(QString::fromStdString(p.Label10.Texto));
+    Sincroniza(Label2, p.Label2);
+    Sincroniza(Label3, p.Label3);
     Label12->setText(QString::fromStdString(p.Label12.Texto));
     Label18->setText(QString::fromStdString(p.Label18.Texto));
+    Label10->setText(QString::fromStdString(p.Label10.Texto));
+    historico_->setVisible(p.Label10.Visivel);
     Imglamp[0]->Acende(p.Imglamp[0].Visivel);
     Imglamp[1]->Acende(p.Imglamp[1].Visivel);
 
-    Label22->setEnabled(p.Label22.Habilitado);
-    Label22->DefineCinza(p.Label22.Cor == cor::Cinza);
-    Label24->setEnabled(p.Label24.Habilitado);
-    Label24->DefineCinza(p.Label24.Cor == cor::Cinza);
-    if (!p.Label26.Texto.empty()) Label26->DefineTexto(QString::fromStdString(p.Label26.Texto));
+    Sincroniza(Label6, m.Label6);
+    Sincroniza(Label7, m.Label7);
+    Sincroniza(Label22, p.Label22);
+    Sincroniza(Label24, p.Label24);
+    Sincroniza(Label26, p.Label26);
     Image7->setEnabled(p.Image7.Habilitado);
-    if (p.Ocupado) {
-        if (!testAttribute(Qt::WA_SetCursor) || cursor().shape() != Qt::BusyCursor)
-            setCursor(Qt::BusyCursor);
-    } else if (testAttribute(Qt::WA_SetCursor)) {
-        unsetCursor();
-    }
-
-    AtualizaPlacar();
-    exibevez();
-    AjeitaForm();
-}
-
-void JanelaTabuleiro::LimpaPlacar() {
-    for (int lado = 1; lado <= 2; ++lado) {
-        Estrelas[lado]->Define(0, false, false);
-        LbNome[lado]->clear();
-        lbnivel[lado]->clear();
-        LbNV[lado]->clear();
-    }
-}
-
-void JanelaTabuleiro::AtualizaPlacar() {
-    for (int lado = 1; lado <= 2; ++lado) {
-        const QString nome =
-            QString::fromStdString(ctx_.Jogador[static_cast<std::size_t>(lado)].Nome);
-        if (LbNome[lado]->text() != nome) {
-            QFont f = LbNome[lado]->font();
-            f.setPixelSize(QFontMetrics(f).horizontalAdvance(nome) > LbNome[lado]->width() ? 12
-                                                                                           : 16);
-            LbNome[lado]->setFont(f);
-            LbNome[lado]->setText(nome);
-        }
-        LbPT[lado]->setText(QString::number(ctx_.Jogador[static_cast<std::size_t>(lado)].Vitorias));
-        LbPT[lado]->setVisible(ctx_.Game.Modo != 2);
-        palco_->findChild<QLabel*>(QString("rotuloVitorias%1").arg(lado))
-            ->setVisible(ctx_.Game.Modo != 2);
-        MostraNivel(lado);
-    }
-    Label20->setText(QString("Regra: ") + NomeRegra(ctx_.Game.Regra));
-}
-
-void JanelaTabuleiro::MostraNivel(int lado) {
-    const auto& j = ctx_.Jogador[static_cast<std::size_t>(lado)];
-    if (ctx_.Game.Conectado) {
-        Estrelas[lado]->Define(0, false, false);
-        lbnivel[lado]->clear();
-        if (!ctx_.Game.Conectado || ctx_.Game.Modo != 4) return;
-        const long pts = j.Pontos;
-        const int estrelas = pts >= 5000   ? 5
-                             : pts >= 4000 ? 4
-                             : pts >= 3000 ? 3
-                             : pts >= 2000 ? 2
-                             : pts >= 1500 ? 1
-                                           : 0;
-        Estrelas[lado]->Define(estrelas, pts >= 5000, pts >= 10000);
-        return;
-    }
-    Estrelas[lado]->Define(0, false, false);
-    if (lado == 2 && ctx_.Game.Modo == 2) {
-        lbnivel[2]->setText(NomeFase(j.Nivel));
-    } else if (ctx_.Game.Tipo.size() == 2 &&
-               ctx_.Game.Tipo[static_cast<std::size_t>(lado - 1)] == 'C') {
-        lbnivel[lado]->setText(TextoNivel(j.Nivel));
-    } else {
-        lbnivel[lado]->clear();
-    }
-}
-
-void JanelaTabuleiro::exibevez() {
-    const bool segundo = ctx_.painel.PicVezDois.Visivel;
-    const bool hh = ctx_.Game.Tipo == "HH";
-    const bool conectado = ctx_.Game.Conectado;
-    QString t;
-    if (!segundo)
-        t = (hh && !conectado) ? QString::fromStdString(ctx_.Jogador[1].Nome) : "Sua vez";
-    else if (hh && conectado)
-        t = "Aguarde...";
+    if (p.Ocupado)
+        setCursor(Qt::BusyCursor);
     else
-        t = QString::fromStdString(ctx_.Jogador[2].Nome);
-    LbVez->setText(t);
-}
+        unsetCursor();
 
-void JanelaTabuleiro::AjeitaForm() {
-    const bool c = ctx_.Game.Conectado;
-    for (QWidget* w : {static_cast<QWidget*>(Label22), static_cast<QWidget*>(Label24),
-                       static_cast<QWidget*>(Label26), Image8, static_cast<QWidget*>(Text3),
-                       static_cast<QWidget*>(Text4)})
-        w->setVisible(c);
-    historico_->setVisible(!c);
-    Label20->setVisible(!c);
-}
+    // the players' panel
+    for (std::size_t i = 1; i <= 2; ++i) {
+        Sincroniza(LbNome[i], m.LbNome[i]);
+        QFont f = LbNome[i]->font();
+        const int px = m.FonteLbNome[i] == 8 ? 13 : 16;
+        if (f.pixelSize() != px) {
+            f.setPixelSize(px);
+            LbNome[i]->setFont(f);
+        }
+        Sincroniza(lbnivel[i], m.lbnivel[i]);
+        Sincroniza(LbNV[i], m.LbNV[i]);
+        int estrelas = 0;
+        for (std::size_t k = 1; k <= 5; ++k) estrelas += m.Estrelas[i][k] ? 1 : 0;
+        Estrelas[i]->Define(estrelas, m.ImagemEstrelas[i] == 2, m.Medalha[i].Visivel);
+        const Barra& total = m.PicTIMER[i];
+        const Barra& gasto = m.PicCrono[i];
+        PicCrono[i]->Define(total.Largura > 0 ? gasto.Largura / total.Largura : 0,
+                            CorDe(gasto.Cor));
+        PicCrono[i]->setVisible(total.Visivel);
+    }
+    Sincroniza(LbPT[1], m.LbPT1);
+    Sincroniza(LbPT[2], m.LbPT2);
+    rotuloVitorias[1]->setVisible(m.LbPT1.Visivel);
+    rotuloVitorias[2]->setVisible(m.LbPT2.Visivel);
+    Sincroniza(LbVez, m.LbVez);
+    Label20->setText(m.Label20.Texto.empty() ? QString()
+                                             : "Regra: " + QString::fromStdString(m.Label20.Texto));
+    Label20->setVisible(m.Label20.Visivel);
 
-void JanelaTabuleiro::DefineRelogio(int i, double fracao, bool visivel, QColor cor) {
-    if (i < 1 || i > 2) return;
-    PicCrono[i]->Define(fracao, std::move(cor));
-    PicCrono[i]->setVisible(visivel);
-}
-
-void JanelaTabuleiro::DefineLbNV(int lado, const QString& texto) {
-    if (lado >= 1 && lado <= 2) LbNV[lado]->setText(texto);
+    // the chat
+    Text4->setVisible(m.Text4.Visivel);
+    Text3->setVisible(m.Text3.Visivel);
+    Label25->setVisible(m.Text3.Visivel);
+    if (Text4->toPlainText() != QString::fromStdString(m.Text4.Texto)) {
+        Text4->setPlainText(QString::fromStdString(m.Text4.Texto));
+        Text4->moveCursor(QTextCursor::End);
+    }
+    Text4->setStyleSheet(m.Text4.Cor == cor::VermelhoEscuro ? "QTextEdit { color: #800000; }"
+                                                            : QString());
+    if (m.Foco == "Text3" && Text3->isVisible() && !Text3->hasFocus()) Text3->setFocus();
 }
 
 // ---------------------------------------------------------------- the clicks
 
-bool JanelaTabuleiro::Pergunta(const QString& texto, const QString& titulo) {
-    return amb_.caixas.Pergunta(this, texto, titulo);
-}
-
-void JanelaTabuleiro::Toca(const std::string& nome) {
-    amb_.Som(nome);
-}
-
 void JanelaTabuleiro::imgpd_MouseDown(int casa, Qt::MouseButton botao) {
-    RegistroJogo& g = ctx_.Game;
-    if (g.Conectado) {
-        if (botao == Qt::RightButton && casa == 89 && ctx_.Anterior == 12 && controle_)
-            controle_->EnviaPeer(">>Informa:V--");
-        ctx_.Anterior = casa;
-    }
-    if (!g.AceitaClique) return;
-    if (g.Conectado && !ctx_.Minhavez()) return;
-    Clicado_ = casa;
-    if (!g.Fim || g.Conectado) {
-        const bool contraCpu = g.Tipo.find('C') != std::string::npos && !g.Conectado;
-        if (contraCpu && ctx_.LadoCarregado == 2) {
-            Toca("talk.wav");
-            ctx_.painel.lbMsg.Texto =
-                "Você deve voltar ou avançar uma jogada para que seja a sua vez de jogar";
-        } else {
-            Label28->setText("cheat");
-            ctx_.Clique(casa);
-        }
-        Atualiza();
-        return;
-    }
-    if (Pergunta("O Jogo está concluído.\rDeseja iniciar um novo jogo?", "Pergunta") && controle_)
-        controle_->NovoJogoAposFim();
+    if (ctx_.Game.AceitaClique && botao == Qt::LeftButton) Label28->setText("cheat");
+    f_.imgpd_MouseDown(casa, botao == Qt::RightButton);
+    Atualiza();
 }
 
 void JanelaTabuleiro::imgpd_DblClick(int casa) {
     if (casa != 89 || Label28->isHidden()) return;
-    // Off-line the computer would have no turn to play for the player, and the game would
-    // stand still: the aid works only in a connected game, on the local player's turn.
+    // Off-line no assisted turn follows and the game would stand still: the aid works
+    // only in a connected game, on the local player's turn.
     if (ctx_.Game.Conectado && ctx_.Minhavez()) ctx_.Game.JogaPorMim = true;
-}
-
-void JanelaTabuleiro::Label6_Click() {
-    Toca("Click.wav");
-    cancelarDoDialogo_ = "Cancelar";
-    if (controle_) controle_->InitGame();
-}
-
-void JanelaTabuleiro::Image7_Click() {
-    if (!Image7->isEnabled()) return;
-    Toca("Click.wav");
-    if (ctx_.Game.Conectado) {
-        Label26_Click();
-        return;
-    }
-    cancelarDoDialogo_ = "Sair";
-    if (ctx_.Game.Modo != 4 && !ctx_.Game.Fim &&
-        !Pergunta("Deseja sair do jogo atual e iniciar um novo jogo", "Pergunta"))
-        return;
-    if (controle_) controle_->InitGame();
-}
-
-void JanelaTabuleiro::Label7_Click() {
-    if (controle_) controle_->Reiniciar();
-}
-
-void JanelaTabuleiro::Label22_Click() {
-    const Painel& p = ctx_.painel;
-    if (p.Ocupado || ctx_.Game.Fim || p.Label22.Cor == cor::Cinza) return;
-    Label7_Click();
-}
-
-void JanelaTabuleiro::Label24_Click() {
-    if (ctx_.Game.Fim || ctx_.painel.Label24.Cor == cor::Cinza) return;
-    if (controle_) controle_->SugerirEmpate();
-}
-
-void JanelaTabuleiro::Label26_Click() {
-    if (controle_) controle_->Desconectar();
 }
 
 void JanelaTabuleiro::Image12_Click() {
     if (ctx_.Game.Conectado) {
-        Toca("talk.wav");
+        amb_.Som("talk.wav");
         return;
     }
-    const std::size_t cpu = !ctx_.Game.Tipo.empty() && ctx_.Game.Tipo[0] == 'C' ? 1 : 2;
-    int posicao = 0;
-    const Recordes recordes;
-    const Placar placar;
+    f_.PosicaoRecord = 0;
+    const auto cpu = static_cast<std::size_t>(f_.LadoComputador());
     FrmMostraRecords viewer(
-        recordes, placar, ctx_.Jogador[cpu].Nivel, posicao,
-        [this](const std::string& s) { Toca(s); }, this);
+        f_.recordes(), f_.placar(), ctx_.Jogador[cpu].Nivel, f_.PosicaoRecord,
+        [this](const std::string& s) { amb_.Som(s); }, this);
     viewer.exec();
 }
 
 void JanelaTabuleiro::Image13_Click() {
     auto opc = std::make_unique<FrmOpc>(
-        opcoes_, amb_.reg, amb_.caixas, [] {}, this);
-    connect(opc.get(), &QDialog::accepted, this, [this] {
-        if (controle_) controle_->OpcoesMudaram();
-    });
+        f_.config, f_.registro(), amb_.caixas, [this] { f_.tela().FechaMusica(); }, this);
+    connect(opc.get(), &QDialog::accepted, this, [this] { ctx_.Velocit = f_.config.Velocit; });
     if (ctx_.Game.Conectado) {
         opc->setAttribute(Qt::WA_DeleteOnClose);
-        opc.release()->show(); // the window owns it, and it deletes itself on closing
+        opc.release()->show(); // its parent, this window, owns it until it closes
         return;
     }
     opc->exec();
@@ -654,28 +469,8 @@ void JanelaTabuleiro::Image15_Click() {
     amb_.Abre(QUrl(EnderecoServico() + "/html/ranking_velmora.php"));
 }
 
-void JanelaTabuleiro::Image6_Click(int i) {
-    ctx_.Image6_Click(i);
-    Atualiza();
-}
-
 void JanelaTabuleiro::Image9_RightClick() {
     Label28->show();
-}
-
-void JanelaTabuleiro::FechaClick() {
-    if (ctx_.Game.Conectado) {
-        if (!ctx_.painel.Ocupado) Label26_Click();
-        return;
-    }
-    if (!Pergunta("Deseja fechar o Velmora Ace?", "Velmora Ace")) return;
-    if (telaCheia_) {
-        telaCheia_ = false;
-        showNormal();
-        TimerSair.start();
-        return;
-    }
-    Descarrega();
 }
 
 void JanelaTabuleiro::TelaCheiaClick() {
@@ -684,6 +479,11 @@ void JanelaTabuleiro::TelaCheiaClick() {
         showFullScreen();
         return;
     }
+    RestauraTela();
+}
+
+void JanelaTabuleiro::RestauraTela() {
+    if (!telaCheia_) return;
     telaCheia_ = false;
     showNormal();
     for (int i = 0; i < 4; ++i) QCoreApplication::processEvents();
@@ -693,24 +493,6 @@ void JanelaTabuleiro::TelaCheiaClick() {
     }
 }
 
-void JanelaTabuleiro::Descarrega() {
-    if (encerrada_) return;
-    encerrada_ = true;
-    if (telaCheia_) {
-        telaCheia_ = false;
-        showNormal();
-    }
-    if (controle_) controle_->Encerra();
-    // every loop that waits sees the game end and returns to the main loop, which ends
-    ctx_.Game.Fim = true;
-    ctx_.Game.SairPlay = true;
-    ctx_.StartInitGame = true;
-    ctx_.SaidoMovePedra = true;
-    close();
-    QApplication::closeAllWindows();
-    QCoreApplication::exit(0);
-}
-
 // ---------------------------------------------------------------- chat
 
 QString JanelaTabuleiro::LinhaDeChat(const QString& nome, const QString& texto) {
@@ -718,27 +500,25 @@ QString JanelaTabuleiro::LinhaDeChat(const QString& nome, const QString& texto) 
     return nome + " diz:   " + texto;
 }
 
-void JanelaTabuleiro::PiscaText4() {
-    tiquesTimer1_ = 0;
-    Timer1.start();
-}
-
 void JanelaTabuleiro::Label25_Click() {
-    const bool ativo = opcoes_.HabilitaChat && (ctx_.Jogador[2].Lingua == ctx_.Jogador[1].Lingua ||
-                                                opcoes_.HabilitaChatIngles);
+    Form1Modelo& m = f_.modelo;
+    const bool ativo =
+        f_.config.HabilitaChat &&
+        (ctx_.Jogador[2].Lingua == ctx_.Jogador[1].Lingua || f_.config.HabilitaChatIngles);
     if (!ativo) {
-        Text4->setPlainText(Text4->toPlainText() +
-                            "\n\nVocê deve ativar o 'Bate papo' em 'Opções' para enviar mensagens");
-        PiscaText4();
-        Toca("talk.wav");
+        m.Text4.Texto += "\n\nVocê deve ativar o 'Bate papo' em 'Opções' para enviar mensagens";
+        f_.PiscaText4();
+        amb_.Som("talk.wav");
+        Atualiza();
         return;
     }
     const QString texto = FiltraPalavroes(Text3->text());
     if (texto.isEmpty()) return;
-    if (controle_) controle_->EnviaPeer("Mensagem:" + texto);
-    Text4->setPlainText(Text4->toPlainText() + "\n\n" +
-                        LinhaDeChat(QString::fromStdString(ctx_.Jogador[1].Nome), texto));
+    f_.rede().EnviaPeer("Mensagem:" + texto.toStdString());
+    m.Text4.Texto +=
+        "\n\n" + LinhaDeChat(QString::fromStdString(ctx_.Jogador[1].Nome), texto).toStdString();
     Text3->clear();
+    Atualiza();
     Text4->moveCursor(QTextCursor::End);
     Text3->setFocus();
 }
@@ -747,11 +527,12 @@ void JanelaTabuleiro::Label25_Click() {
 
 void JanelaTabuleiro::keyPressEvent(QKeyEvent* e) {
     if (ctx_.Game.Conectado) {
+        f_.Form_KeyDown(e->key() == Qt::Key_Escape ? Form1::TeclaEsc : e->key());
         Text3->setFocus();
         return;
     }
     if (e->key() == Qt::Key_Escape) {
-        if (Pergunta("Deseja fechar o Velmora Ace?", "Velmora Ace")) FechaClick();
+        f_.Form_KeyDown(Form1::TeclaEsc);
         return;
     }
     QWidget::keyPressEvent(e);
@@ -769,29 +550,41 @@ bool JanelaTabuleiro::eventFilter(QObject* objeto, QEvent* evento) {
 }
 
 void JanelaTabuleiro::mouseMoveEvent(QMouseEvent* e) {
-    for (int i = 1; i <= 3; ++i) ImgCT[i]->DefineRealce(false);
+    for (std::size_t i = 1; i <= 3; ++i) ImgCT[i]->DefineRealce(false);
     QWidget::mouseMoveEvent(e);
 }
 
+void JanelaTabuleiro::PrimeiraAtivacao() {
+    if (ativado_) return;
+    ativado_ = true;
+    // the body of the first activation runs once the activation itself is over
+    if (aoPrimeiraAtivacao) QTimer::singleShot(0, this, [this] { aoPrimeiraAtivacao(); });
+}
+
 bool JanelaTabuleiro::event(QEvent* e) {
-    if (e->type() == QEvent::WindowActivate && !ativado_) {
-        ativado_ = true;
-        // the body of the first activation runs once the activation itself is over
-        if (aoPrimeiraAtivacao) QTimer::singleShot(0, this, [this] { aoPrimeiraAtivacao(); });
-    }
+    if (e->type() == QEvent::WindowActivate) PrimeiraAtivacao();
+    // A display without a window manager may never make the window active: a shown window
+    // counts as activated a moment later.
+    if (e->type() == QEvent::Show && !ativado_)
+        QTimer::singleShot(300, this, [this] { PrimeiraAtivacao(); });
     return QWidget::event(e);
 }
 
 void JanelaTabuleiro::closeEvent(QCloseEvent* e) {
-    if (encerrada_) {
+    if (f_.Encerrado()) {
         e->accept();
         return;
     }
+    // the window manager's close button takes the window's own path
     e->ignore();
-    FechaClick();
+    f_.Image1_Click();
 }
 
 // ---------------------------------------------------------------- reading back
+
+QWidget* JanelaTabuleiro::Controle_(const QString& nome) const {
+    return palco_->findChild<QWidget*>(nome);
+}
 
 QString JanelaTabuleiro::Texto(const QString& controle) const {
     if (auto* l = palco_->findChild<QLabel*>(controle)) return l->text();

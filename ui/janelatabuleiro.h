@@ -1,8 +1,9 @@
 #pragma once
 // Form1 as a window: the board, the players' panel, the buttons, the message line, the
-// history, the clock bars and the chat. It draws the view-model of the game and reports the
-// player's clicks back; the session behind it (ControleSessao) decides what they mean.
-#include "core/contexto.h"
+// history, the clock bars and the chat. It draws the view-model of the game (the turn
+// cycle's panel and the session's Form1Modelo) and hands the player's clicks to the
+// session's handlers, which decide what they mean.
+#include "session/form1.h"
 
 #include <QPointer>
 #include <QTimer>
@@ -14,16 +15,11 @@ class QLabel;
 class QLineEdit;
 class QTextEdit;
 
-namespace velmora {
-struct Configuracao;
-}
-
 namespace velmora::ui {
 
 struct AmbienteUi;
 class BarraTitulo;
 class BotaoIcone;
-class ControleSessao;
 class Rotulo;
 class VistaTabuleiro;
 
@@ -78,62 +74,38 @@ class Lampada : public QWidget {
 class JanelaTabuleiro : public QWidget {
     Q_OBJECT
   public:
-    JanelaTabuleiro(Contexto& ctx, const AmbienteUi& ambiente, Configuracao& opcoes,
-                    QWidget* pai = nullptr);
+    JanelaTabuleiro(Form1& form1, const AmbienteUi& ambiente, QWidget* pai = nullptr);
     ~JanelaTabuleiro() override;
 
-    void DefineControle(ControleSessao* controle) { controle_ = controle; }
-    // Opens the new game dialog on the first activation, once.
-    std::function<void()> aoPrimeiraAtivacao;
     // Opens the about box.
     std::function<void(QWidget* pai)> abreSobre;
+    // Runs on the first activation of the window (Form_Activate).
+    std::function<void()> aoPrimeiraAtivacao;
 
-    // Brings every widget in line with the view-model and the records (the platform's
-    // Redesenha lands here).
+    // Brings every widget in line with the view-model (the platform's Redesenha lands here).
     void Atualiza();
-    // The players' panel: names, levels, wins, stars, rule.
-    void AtualizaPlacar();
-    void LimpaPlacar();
-    void MostraNivel(int lado);
-    // The off-line or on-line layout, by Game.Conectado.
-    void AjeitaForm();
-    // The turn label of exibevez.
-    void exibevez();
-    // A clock bar: i 1 the local player, 2 the opponent.
-    void DefineRelogio(int i, double fracao, bool visivel, QColor cor);
-    // Points and rank of a player on-line (LbNV).
-    void DefineLbNV(int lado, const QString& texto);
-    // The cancel label the next new game dialog must show: "Cancelar" after "Novo jogo".
-    QString CancelarDoDialogo() const { return cancelarDoDialogo_; }
-    void DefineCancelarDoDialogo(const QString& t) { cancelarDoDialogo_ = t; }
+    bool TelaCheia() const { return telaCheia_; }
+    // Leaves full screen and centres the window.
+    void RestauraTela();
+    // The window of a board square in the Servidor layout, in this window's pixels.
+    static QRect RetanguloServidor(int casa);
 
-    // The clicks, as the mouse sends them.
-    void imgpd_MouseDown(int casa, Qt::MouseButton botao);
-    void imgpd_DblClick(int casa);
-    void Label6_Click();  // "Novo jogo"
-    void Image7_Click();  // the new game picture
-    void Label7_Click();  // "Reiniciar"
-    void Label22_Click(); // "Entregar partida"
-    void Label24_Click(); // "Sugerir empate"
-    void Label26_Click(); // "Desconectar"
+    // The clicks the window handles itself; the others go straight to Form1.
     void Image12_Click(); // records
     void Image13_Click(); // options
     void Image14_Click(); // help
     void Image15_Click(); // ranking
-    void Image6_Click(int i);
     void Image9_RightClick();
-    void FechaClick(); // Image1, ImgCT(3)
+    void imgpd_MouseDown(int casa, Qt::MouseButton botao);
+    void imgpd_DblClick(int casa);
     void TelaCheiaClick();
-    void Label25_Click(); // send the chat line
-    // Form_Unload: the window goes, and with it the program.
-    void Descarrega();
+    void Label25_Click(); // sends the chat line
 
     // For those who read the window back.
     VistaTabuleiro* Tabuleiro() const { return VistaTabuleiro_; }
     QString Texto(const QString& controle) const;
     bool Visivel(const QString& controle) const;
-    int Clicado() const { return Clicado_; }
-    bool Encerrada() const { return encerrada_; }
+    QWidget* Controle_(const QString& nome) const;
     // A chat line as it is logged: the local name, " diz:" and the text, on one line or two.
     static QString LinhaDeChat(const QString& nome, const QString& texto);
 
@@ -148,26 +120,19 @@ class JanelaTabuleiro : public QWidget {
 
   private:
     void Monta();
-    void SincronizaRotulo(QLabel* r, const Controle& c);
-    void SincronizaBotao(Rotulo* r, const Controle& c);
-    bool Pergunta(const QString& texto, const QString& titulo);
-    void Toca(const std::string& nome);
-    void PiscaText4();
+    void PrimeiraAtivacao();
+    void Sincroniza(QLabel* r, const Controle& c);
+    void Sincroniza(Rotulo* r, const Controle& c);
 
+    Form1& f_;
     Contexto& ctx_;
     const AmbienteUi& amb_;
-    Configuracao& opcoes_;
-    ControleSessao* controle_ = nullptr;
-    QString cancelarDoDialogo_ = "Sair";
-    int Clicado_ = 0;
     bool ativado_ = false;
-    bool encerrada_ = false;
     bool telaCheia_ = false;
-    std::string msgVista_;
 
     QWidget* palco_;
     BarraTitulo* Image3;
-    std::array<BotaoIcone*, 7> ImgCT{};
+    std::array<BotaoIcone*, 4> ImgCT{};
     VistaTabuleiro* VistaTabuleiro_;
     QLabel* Label27;
     QLabel* lbMsg;
@@ -178,6 +143,7 @@ class JanelaTabuleiro : public QWidget {
     std::array<QLabel*, 3> LbNome{};
     std::array<QLabel*, 3> lbnivel{};
     std::array<QLabel*, 3> LbPT{};
+    std::array<QLabel*, 3> rotuloVitorias{};
     std::array<QLabel*, 3> LbNV{};
     std::array<Insignias*, 3> Estrelas{};
     std::array<Lampada*, 2> Imglamp{};
@@ -206,12 +172,7 @@ class JanelaTabuleiro : public QWidget {
     QTextEdit* Text4;
     QLineEdit* Text3;
     Rotulo* Label25;
-    QWidget* Image8;
     QWidget* historico_;
-    QTimer tmr;
-    QTimer Timer1;
-    QTimer TimerSair;
-    int tiquesTimer1_ = 0;
 };
 
 } // namespace velmora::ui

@@ -1,0 +1,79 @@
+#pragma once
+// The session's screen on Qt: the splash, the board window, the new game dialog, the
+// message boxes, the records viewer, the sounds and music, full screen and the end.
+#include "session/tela.h"
+#include "ui/ambiente.h"
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+namespace velmora {
+class Form1;
+struct Tocador;
+} // namespace velmora
+
+namespace velmora::ui {
+
+class FrmNewGame;
+class FrmSplash;
+class JanelaTabuleiro;
+
+class TelaQt : public Tela {
+  public:
+    // `abreUrl` asks the shell to open a file or a page.
+    TelaQt(Caixas& caixas, Tocador& tocador, std::function<void(const QUrl&)> abreUrl);
+    ~TelaQt() override;
+
+    // Where the session's controller is, once the splash has made it.
+    std::function<Form1*()> localizaForm1;
+    // Makes the board window over that controller (MostraJanela does it when needed).
+    void Liga(Form1& form1);
+    // Ends the window before the controller goes.
+    void Libera();
+    JanelaTabuleiro* Janela() const { return janela_.get(); }
+    const AmbienteUi* Ambiente() const { return amb_.get(); }
+    // Runs once each new game dialog is on the screen (screenshots, scripted runs).
+    std::function<void(FrmNewGame&)> aoMostrarNovoJogo;
+    // Runs once the board window is on the screen.
+    std::function<void(JanelaTabuleiro&)> aoMostrarJanela;
+
+    void MostraSplash(const std::string& versao) override;
+    void EscondeSplash() override;
+    void MostraJanela() override;
+    void DescarregaSplash() override;
+    Retangulo RetanguloDaCasa(int casa) override;
+    int LarguraDoTexto(const std::string& texto, int fonte) override;
+
+    SaidaDialogo MostraNovoJogo(velmora::FrmNewGame& dialogo) override;
+    void Mensagem(const std::string& texto, const std::string& titulo) override;
+    bool Pergunta(const std::string& texto, const std::string& titulo) override;
+    void MostraRecordes(int nivel, int posicao) override;
+
+    void TocaSom(const std::string& nome) override;
+    void TocaMusica(const std::string& nome) override;
+    void FechaMusica() override;
+    void Beep() override;
+
+    bool TelaCheia() override;
+    void RestauraTela() override;
+    void Redesenha() override;
+    void DescarregaFormularios() override;
+    void EncerraPrograma() override;
+
+    // The about box.
+    void MostraSobre(QWidget* pai);
+
+  private:
+    QWidget* Pai() const;
+
+    Caixas& caixas_;
+    Tocador& tocador_;
+    std::function<void(const QUrl&)> abreUrl_;
+    Form1* form1_ = nullptr;
+    std::unique_ptr<AmbienteUi> amb_;
+    std::unique_ptr<JanelaTabuleiro> janela_;
+    std::unique_ptr<FrmSplash> splash_;
+};
+
+} // namespace velmora::ui
