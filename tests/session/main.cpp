@@ -1,0 +1,11 @@
+// The session's tests run inside a Qt application without a window: its timers drive the
+// re-entry the game is written for.
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
