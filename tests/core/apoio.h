@@ -30,15 +30,11 @@ inline std::string Texto(int vez, Pecas pecas) {
 }
 
 inline Posicao Pos(int vez, Pecas pecas) {
-    Posicao p = PosicaoDoTexto(Texto(vez, pecas)).value();
-    p.IniLista = 1;
-    return p;
+    return PosicaoDoTexto(Texto(vez, pecas)).value();
 }
 
-inline Jogada Jog(std::initializer_list<int> casas) {
-    std::string s;
-    for (int c : casas) s += static_cast<char>(c);
-    return Jogada(s);
+inline Jogada Jog(std::initializer_list<uint8_t> casas) {
+    return Jogada(std::string(casas.begin(), casas.end()));
 }
 
 struct ListaLida {
@@ -46,22 +42,14 @@ struct ListaLida {
     int maior = 0;                    // MaiorTexto after the list
 };
 
-inline ListaLida Lista(Gerador& g, Posicao p, bool humano) {
+// The human's or the computer's list of p, with the generator given or a fresh one.
+inline ListaLida Lista(int regra, Posicao p, bool humano, Gerador&& g = Gerador()) {
+    g.Regra = regra;
     p.IniLista = 1;
-    if (humano)
-        g.ListaHumano(p);
-    else
-        g.ListaComputador(p);
-    ListaLida l;
-    l.maior = g.MaiorTexto;
+    humano ? g.ListaHumano(p) : g.ListaComputador(p);
+    ListaLida l{{}, g.MaiorTexto};
     for (int i = p.IniLista; i <= p.FimLista; ++i) l.jogadas.push_back(JogadaEmNumeros(g.Slot(i)));
     return l;
-}
-
-inline ListaLida Lista(int regra, const Posicao& p, bool humano) {
-    Gerador g;
-    g.Regra = regra;
-    return Lista(g, p, humano);
 }
 
 } // namespace velmora::teste
