@@ -25,8 +25,7 @@ void Form1::imgpd_MouseDown(int Index, bool botaoDireito) {
         }
         return;
     }
-    if (!tela_.Pergunta("O Jogo está concluído.\nDeseja iniciar um novo jogo?", "Pergunta"))
-        return;
+    if (!tela_.Pergunta("O Jogo está concluído.\nDeseja iniciar um novo jogo?", "Pergunta")) return;
     // The same session plays again from the start; a tournament from its first stage.
     ctx.Jogador[1].Vitorias = ctx.Jogador[2].Vitorias = 0;
     if (G.Modo == 2) {

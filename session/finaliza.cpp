@@ -10,13 +10,13 @@ namespace velmora {
 namespace {
 // Counts one running end of game, so that InitGame waits for it to return.
 class Contador {
-public:
+  public:
     explicit Contador(int& n) : n_(n) { ++n_; }
     ~Contador() { --n_; }
     Contador(const Contador&) = delete;
     Contador& operator=(const Contador&) = delete;
 
-private:
+  private:
     int& n_;
 };
 } // namespace
@@ -51,11 +51,13 @@ void Form1::finaliza(uint8_t resultado) {
         return;
     }
     if (!ContraCPU()) {
-        if (conectado) finalizaConectado(resultado);
-        else finalizaDoisHumanos(resultado);
+        if (conectado)
+            finalizaConectado(resultado);
+        else
+            finalizaDoisHumanos(resultado);
     } else {
-        const bool humanoVenceu = (resultado == 1 && G.Tipo[0] == 'H') ||
-                                  (resultado == 2 && G.Tipo[1] == 'H');
+        const bool humanoVenceu =
+            (resultado == 1 && G.Tipo[0] == 'H') || (resultado == 2 && G.Tipo[1] == 'H');
         if (G.Modo == 2) {
             finalizaTorneio(humanoVenceu);
             return;
@@ -202,8 +204,8 @@ void Form1::Label26_Click() {
     if (!G.Fim) {
         G.AceitaClique = true;
         // Early in a game, with something already decided with this peer, leaving is free.
-        const bool livre = ctx.JogadaAtual < 5 && (ctx.Jogador[1].Vitorias > 0 ||
-                                                   ctx.Jogador[2].Vitorias > 0 || Empatou);
+        const bool livre = ctx.JogadaAtual < 5 &&
+                           (ctx.Jogador[1].Vitorias > 0 || ctx.Jogador[2].Vitorias > 0 || Empatou);
         if (!livre) {
             p.Label24.Habilitado = false;
             modelo.Label7.Habilitado = false;

@@ -25,8 +25,8 @@ int Tela::LarguraDoTexto(const std::string& texto, int fonte) {
 }
 
 Form1::Form1(Tela& tela, Relogio& relogio, ValoresDoPrograma valores)
-    : Programa(std::move(valores)), plataforma(relogio), ctx(plataforma), motor(ctx),
-      tela_(tela), registro_(ArquivoRegistro(), &diario_), pensador_(*this) {
+    : Programa(std::move(valores)), plataforma(relogio), ctx(plataforma), motor(ctx), tela_(tela),
+      registro_(ArquivoRegistro(), &diario_), pensador_(*this) {
     ctx.ganchos = this;
     pensador_.real = &motor;
     ctx.pensador = &pensador_;
@@ -38,7 +38,9 @@ Form1::Form1(Tela& tela, Relogio& relogio, ValoresDoPrograma valores)
     TimerVerifica.start();
 }
 
-Form1::~Form1() { PararTimers(); }
+Form1::~Form1() {
+    PararTimers();
+}
 
 void Form1::LigaTimers() {
     const auto liga = [](QTimer& t, int ms, auto&& f) {
@@ -50,7 +52,8 @@ void Form1::LigaTimers() {
     liga(Timer3, 5000, [this] { Timer3_Timer(); });
     liga(Timer1, 300, [this] {
         // The chat log flashes dark red for one tick.
-        if (++piscadas_ == 1) modelo.Text4.Cor = cor::VermelhoEscuro;
+        if (++piscadas_ == 1)
+            modelo.Text4.Cor = cor::VermelhoEscuro;
         else {
             modelo.Text4.Cor = modelo.Text3.Cor;
             Timer1.stop();
@@ -94,9 +97,9 @@ void Form1::LigaTimers() {
 }
 
 void Form1::PararTimers() {
-    for (QTimer* t : {&Tempo, &Timer2, &Timer3, &Timer1, &tmr, &TimerInitGame,
-                      &TimerSaidoMovePedra, &timerDentro, &TimerSair, &TimerManda,
-                      &TimerVerifica, &TimerCorrige, &adiaReiniciar_})
+    for (QTimer* t :
+         {&Tempo, &Timer2, &Timer3, &Timer1, &tmr, &TimerInitGame, &TimerSaidoMovePedra,
+          &timerDentro, &TimerSair, &TimerManda, &TimerVerifica, &TimerCorrige, &adiaReiniciar_})
         t->stop();
 }
 
@@ -109,8 +112,10 @@ void Form1::AoProcessar() {
     }
     // Timer3 is switched by the turn cycle through its control.
     if (ctx.painel.Timer3.Habilitado != Timer3.isActive()) {
-        if (ctx.painel.Timer3.Habilitado && !encerrado_) Timer3.start();
-        else Timer3.stop();
+        if (ctx.painel.Timer3.Habilitado && !encerrado_)
+            Timer3.start();
+        else
+            Timer3.stop();
     }
     // Each change of the message line restarts its 5 seconds.
     if (ctx.painel.lbMsg.Texto != lbMsgVisto_) {
@@ -222,8 +227,8 @@ void Form1::MapeaCasasPosition() {
 void Form1::AjeitaForm() {
     const bool c = ctx.Game.Conectado;
     Painel& p = ctx.painel;
-    for (Controle* x : {&p.Label22, &p.Label24, &p.Label26, &modelo.Image8, &modelo.Text3,
-                        &modelo.Text4})
+    for (Controle* x :
+         {&p.Label22, &p.Label24, &p.Label26, &modelo.Image8, &modelo.Text3, &modelo.Text4})
         x->Visivel = c;
     p.Label10.Visivel = !c;
     modelo.Label20.Visivel = !c;
@@ -291,7 +296,9 @@ void Form1::AgendaPlayGame() {
     if (!encerrado_) timerDentro.start();
 }
 
-void Form1::HandshakeInicio() { rede_->HandshakeInicio(); }
+void Form1::HandshakeInicio() {
+    rede_->HandshakeInicio();
+}
 
 void Form1::IniciaVigilancia() {
     Conta_Verifica = 0;
@@ -306,22 +313,30 @@ void Form1::EnviaJogada(const Jogada& j) {
     rede_->EnviaJogada(j);
 }
 
-void Form1::AtualizaLabel26() { rede_->AtualizaLabel26(); }
+void Form1::AtualizaLabel26() {
+    rede_->AtualizaLabel26();
+}
 
-void Form1::ParaTempo() { Tempo.stop(); }
+void Form1::ParaTempo() {
+    Tempo.stop();
+}
 
 void Form1::IniciaTempo() {
     // After a take back the clock stays off for the rest of the game.
     if (!ctx.Game.Voltou && !encerrado_) Tempo.start();
 }
 
-void Form1::Mensagem(const std::string& texto) { tela_.Mensagem(texto, Programa.TituloApp); }
+void Form1::Mensagem(const std::string& texto) {
+    tela_.Mensagem(texto, Programa.TituloApp);
+}
 
 bool Form1::Pergunta(const std::string& texto) {
     return tela_.Pergunta(texto, Programa.TituloApp);
 }
 
-void Form1::LogDebug(const std::string& texto) { diario_.LogDebug(texto); }
+void Form1::LogDebug(const std::string& texto) {
+    diario_.LogDebug(texto);
+}
 
 void Form1::PiscaText4() {
     piscadas_ = 0;

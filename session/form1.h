@@ -39,16 +39,16 @@ struct ValoresDoPrograma {
 
 // A game set up without the dialog: what the headless program fills.
 struct PartidaSemTela {
-    int Modo = 1;             // 1 vs computer, 2 tournament, 3 two at one screen
-    std::string Tipo = "HC";  // HH, HC, CH or CC
+    int Modo = 1;            // 1 vs computer, 2 tournament, 3 two at one screen
+    std::string Tipo = "HC"; // HH, HC, CH or CC
     int Regra = 1;
-    int Comeca = 0;           // 0: a fair draw
+    int Comeca = 0; // 0: a fair draw
     std::string Nome1 = "Jogador", Nome2 = "Computador";
     int Nivel1 = 1, Nivel2 = 3;
 };
 
 class Form1 : public Ganchos {
-public:
+  public:
     // The four wait loops that InitGame must see leave.
     enum LacoDeEspera : int {
         EsperaEntregar = 0, // the surrender path
@@ -77,16 +77,16 @@ public:
     bool Empatou = false;       // a draw by agreement happened with this peer
     bool EsperaTimeOut = false; // the peer answered "RestartTimeOut"
     bool ConexaoAberta = false;
-    bool NaRede = false;          // Game.NaRede
-    std::string SenhaGrupo;       // Game.SenhaGrupo
+    bool NaRede = false;    // Game.NaRede
+    std::string SenhaGrupo; // Game.SenhaGrupo
     int Conta_Verifica = 0;
-    int SegundosInicio = 0;  // seconds this copy spent in the start sequence of the game
-    int PosicaoRecord = 0;   // the row the records viewer marks
-    int Clicado = 0;         // the last square clicked
+    int SegundosInicio = 0; // seconds this copy spent in the start sequence of the game
+    int PosicaoRecord = 0;  // the row the records viewer marks
+    int Clicado = 0;        // the last square clicked
 
     // The timers of the board window, with their intervals.
-    QTimer Tempo, Timer2, Timer3, Timer1, tmr, TimerInitGame, TimerSaidoMovePedra,
-        timerDentro, TimerSair, TimerManda, TimerVerifica, TimerCorrige;
+    QTimer Tempo, Timer2, Timer3, Timer1, tmr, TimerInitGame, TimerSaidoMovePedra, timerDentro,
+        TimerSair, TimerManda, TimerVerifica, TimerCorrige;
 
     // ---------------------------------------------------------------- wiring
     void UsaRede(Rede& r) { rede_ = &r; }
@@ -127,7 +127,9 @@ public:
     // A copy that plays against the computer, not connected.
     bool ContraCPU() const;
     // The record of the computer (1 or 2) and of the human, in a game against it.
-    int LadoComputador() const { return ctx.Game.Tipo.size() == 2 && ctx.Game.Tipo[0] == 'C' ? 1 : 2; }
+    int LadoComputador() const {
+        return ctx.Game.Tipo.size() == 2 && ctx.Game.Tipo[0] == 'C' ? 1 : 2;
+    }
     int LadoHumano() const { return ctx.Game.Tipo.size() == 2 && ctx.Game.Tipo[0] == 'H' ? 1 : 2; }
 
     // ---------------------------------------------------------------- clocks
@@ -180,7 +182,7 @@ public:
     bool Pergunta(const std::string& texto) override;
     void LogDebug(const std::string& texto) override;
 
-private:
+  private:
     void LigaTimers();
     void AoProcessar();
     void PararTimers();
@@ -222,22 +224,22 @@ private:
     bool boasVindas_ = false;
     bool iniciandoJogo_ = false; // PlayGame's start sequence, before the first turn
     int emFinaliza_ = 0;
-    bool pensando_ = false;      // a computer turn is running
+    bool pensando_ = false; // a computer turn is running
     std::string lbMsgVisto_;
 
     // The engine, seen through the session: notes while a computer turn runs.
     class PensadorSessao : public Pensador {
-    public:
+      public:
         explicit PensadorSessao(Form1& f) : f_(f) {}
         uint8_t PensaJogada() override;
         Pensador* real = nullptr;
 
-    private:
+      private:
         Form1& f_;
     };
     PensadorSessao pensador_;
 
-public:
+  public:
     // Plugs another computer player in (a test's scripted one); nullptr restores the engine.
     void UsaPensador(Pensador* p) { pensador_.real = p ? p : &motor; }
 };

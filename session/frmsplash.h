@@ -11,7 +11,7 @@
 namespace velmora {
 
 class FrmSplash {
-public:
+  public:
     FrmSplash(Tela& tela, Relogio& relogio);
     // Steps up to the splash on screen; the timer does the rest.
     void Form_Load();
@@ -21,7 +21,7 @@ public:
     std::unique_ptr<Form1> form1;
     bool Descarregado = false;
 
-private:
+  private:
     void Timer1_Timer();
     Tela& tela_;
     Relogio& relogio_;

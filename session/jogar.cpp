@@ -28,11 +28,15 @@ bool Form1::Jogar(CamposNovoJogo& c) {
     GravaOpcao(registro_, "OPTJ", std::to_string(c.Aba));
     switch (c.Aba) {
     case 1:
-    case 2: return JogarLocal(c);
+    case 2:
+        return JogarLocal(c);
     case 3:
-    case 4: return JogarOnline(c);
-    case 5: return JogarPorIP(c);
-    default: return false;
+    case 4:
+        return JogarOnline(c);
+    case 5:
+        return JogarPorIP(c);
+    default:
+        return false;
     }
 }
 

@@ -10,7 +10,7 @@
 namespace velmora {
 
 class PlataformaQt : public Plataforma {
-public:
+  public:
     explicit PlataformaQt(Relogio& relogio) : relogio_(relogio) {}
     double Agora() override { return relogio_.Agora(); }
     double Decorrido() override { return relogio_.Decorrido(); }
@@ -29,7 +29,7 @@ public:
     std::function<void(const std::string&)> som;
     std::function<void()> redesenha;
 
-private:
+  private:
     Relogio& relogio_;
 };
 

@@ -13,7 +13,7 @@ struct ResultadoLobby {
 };
 
 class Rede {
-public:
+  public:
     virtual ~Rede() = default;
     // One message on the link in use; silent without a link.
     virtual void EnviaPeer(const std::string& texto) { (void)texto; }

@@ -8,8 +8,8 @@ namespace velmora {
 
 double RelogioReal::Agora() {
     using namespace std::chrono;
-    const auto agora = system_clock::now() + duration_cast<system_clock::duration>(
-                                                 duration<double>(adiantamento_));
+    const auto agora = system_clock::now() +
+                       duration_cast<system_clock::duration>(duration<double>(adiantamento_));
     const std::time_t t = system_clock::to_time_t(agora);
     std::tm local{};
     localtime_r(&t, &local);
@@ -25,8 +25,10 @@ double RelogioReal::Decorrido() {
 
 void RelogioReal::Dorme(double ms) {
     if (ms <= 0) return;
-    if (pulaPausas_) adiantamento_ += ms / 1000.0;
-    else std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(ms));
+    if (pulaPausas_)
+        adiantamento_ += ms / 1000.0;
+    else
+        std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(ms));
 }
 
 void RelogioSimulado::Avanca(double segundos) {

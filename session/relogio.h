@@ -5,7 +5,7 @@
 namespace velmora {
 
 class Relogio {
-public:
+  public:
     virtual ~Relogio() = default;
     // Seconds since midnight, with fractions.
     virtual double Agora() = 0;
@@ -21,20 +21,20 @@ public:
 // their length, as if they had happened: a headless game then runs its animations and
 // pauses at once while the computer still thinks for its real time.
 class RelogioReal : public Relogio {
-public:
+  public:
     explicit RelogioReal(bool pulaPausas = false) : pulaPausas_(pulaPausas) {}
     double Agora() override;
     double Decorrido() override;
     void Dorme(double ms) override;
 
-private:
+  private:
     bool pulaPausas_;
     double adiantamento_ = 0; // seconds of sleeps skipped so far
 };
 
 // A clock that moves only when someone sleeps, advances it, or pumps (by `porEvento`).
 class RelogioSimulado : public Relogio {
-public:
+  public:
     explicit RelogioSimulado(double agora = 12 * 3600.0) : agora_(agora) {}
     double Agora() override { return agora_; }
     double Decorrido() override { return decorrido_; }
@@ -44,7 +44,7 @@ public:
     // Seconds added at each pump of events.
     double porEvento = 0;
 
-private:
+  private:
     double agora_;
     double decorrido_ = 0;
 };

@@ -16,8 +16,8 @@ constexpr int TempoMinimo = 60;
 std::string FormataTempo(long segundos) {
     if (segundos < 0) segundos = 0;
     char texto[32];
-    std::snprintf(texto, sizeof texto, "%02ld:%02ld:%02ld", segundos / 3600,
-                  (segundos % 3600) / 60, (segundos % 3600) % 60);
+    std::snprintf(texto, sizeof texto, "%02ld:%02ld:%02ld", segundos / 3600, (segundos % 3600) / 60,
+                  (segundos % 3600) % 60);
     return texto;
 }
 
@@ -119,8 +119,10 @@ void Form1::Timer2_Timer() {
         return;
     }
     if (G.Modo == 4 && crono.Largura >= fundo.Largura) {
-        if (i == 1) FimDoTempoLocal();
-        else FimDoTempoOponente();
+        if (i == 1)
+            FimDoTempoLocal();
+        else
+            FimDoTempoOponente();
     }
 }
 

@@ -11,7 +11,7 @@
 namespace velmora {
 
 class Tela {
-public:
+  public:
     virtual ~Tela() = default;
 
     // --- start-up ---

@@ -20,8 +20,10 @@ void Form1::exibevez() {
     const int registro = segundo ? 2 : 1;
     std::string texto;
     if (G.Tipo == "HH") {
-        if (G.Conectado) texto = segundo ? "Aguarde..." : "Sua vez";
-        else texto = ctx.Jogador[registro].Nome;
+        if (G.Conectado)
+            texto = segundo ? "Aguarde..." : "Sua vez";
+        else
+            texto = ctx.Jogador[registro].Nome;
     } else {
         // Against the computer the person is told "Sua vez", the computer is named.
         const char quem = G.Tipo.size() == 2 ? G.Tipo[ctx.Atual.Vez == 2 ? 1 : 0] : 'H';
@@ -36,9 +38,9 @@ void Form1::HabilitaEntregar() {
     auto& G = ctx.Game;
     Controle& l = ctx.painel.Label22;
     // In a game for points a player with six or more pieces can't hand it over.
-    const bool pode = ctx.Minhavez() &&
-                      (ctx.Jogador[2].ID == "0" || !SenhaGrupo.empty() || G.Modo != 4 ||
-                       std::atoi(ctx.painel.Label2.Texto.c_str()) < 6);
+    const bool pode =
+        ctx.Minhavez() && (ctx.Jogador[2].ID == "0" || !SenhaGrupo.empty() || G.Modo != 4 ||
+                           std::atoi(ctx.painel.Label2.Texto.c_str()) < 6);
     l.Habilitado = pode;
     l.Cor = pode ? cor::Preto : cor::Cinza;
 }

@@ -2,6 +2,7 @@
 // The session under test: a Form1 in a fresh temporary folder, with a scripted screen, a
 // scripted peer, a scripted computer player, a clock that moves only when the game waits,
 // and a player that clicks the first legal move of each human turn.
+#include "core/casas.h"
 #include "session/form1.h"
 
 #include <gtest/gtest.h>
@@ -13,6 +14,7 @@
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -24,7 +26,7 @@ struct RespostaDialogo {
 };
 
 class TelaRoteiro : public Tela {
-public:
+  public:
     std::deque<RespostaDialogo> dialogos; // none left: "Sair"
     std::vector<std::string> rotulos;     // the cancel label at each opening
     std::function<void()> aoAbrirDialogo;
@@ -83,7 +85,7 @@ public:
 };
 
 class RedeRoteiro : public Rede {
-public:
+  public:
     std::vector<std::string> enviadas;
     std::vector<std::pair<int, bool>> atribuicoes;
     std::function<void()> aoAtribuir; // runs inside AtribuiVitoria (a slow report)
@@ -101,7 +103,7 @@ public:
 // The computer's turn, scripted: it "thinks" for a while, pumping, then plays its first
 // listed move, resigns (1) or claims the win (2).
 class PensadorRoteiro : public Pensador {
-public:
+  public:
     explicit PensadorRoteiro(Form1& f) : f_(f) {}
     std::function<int(int chamada)> decisao = [](int) { return 0; };
     std::function<void(int passo)> aoPensar;
@@ -132,14 +134,14 @@ public:
         return 0;
     }
 
-private:
+  private:
     Form1& f_;
 };
 
 // Clicks, square by square, the first listed move of each human turn. A click is taken
 // when the turn has written lbMsg or cut TextoClicado; a marker in lbMsg tells.
 class JogadorRoteiro {
-public:
+  public:
     explicit JogadorRoteiro(Form1& f) : f_(f) {}
     bool ativo = true;
     int lances = 0; // moves begun
@@ -147,8 +149,7 @@ public:
     void operator()() {
         Contexto& c = f_.ctx;
         if (!ativo || !c.EsperaClique()) return;
-        if (aguardando_ && c.painel.lbMsg.Texto == Marca &&
-            c.TextoClicado.size() >= tamanho_)
+        if (aguardando_ && c.painel.lbMsg.Texto == Marca && c.TextoClicado.size() >= tamanho_)
             return;
         aguardando_ = false;
         if (c.TextoClicado.empty()) {
@@ -165,7 +166,7 @@ public:
         tamanho_ = c.TextoClicado.size();
     }
 
-private:
+  private:
     static constexpr const char* Marca = "\x01";
     Form1& f_;
     Jogada alvo_;
@@ -176,7 +177,7 @@ private:
 
 // A fresh temporary folder for the settings and the data files.
 class Pasta {
-public:
+  public:
     Pasta() {
         std::string modelo =
             (std::filesystem::temp_directory_path() / "velmora-sessao-XXXXXX").string();
@@ -196,7 +197,7 @@ public:
 };
 
 class Sessao : public ::testing::Test {
-protected:
+  protected:
     Pasta pasta;
     RelogioSimulado relogio;
     TelaRoteiro tela;
@@ -260,7 +261,8 @@ protected:
         bool saiu = false;
         for (const auto& l : diario) {
             if (l.find("Entrei") != std::string::npos) ++dentro;
-            if (l.find("Saí no") != std::string::npos || (l.find("Saindo") != std::string::npos && !saiu))
+            if (l.find("Saí no") != std::string::npos ||
+                (l.find("Saindo") != std::string::npos && !saiu))
                 --dentro;
             saiu = l.find("Saí no") != std::string::npos;
             ASSERT_LE(dentro, 1) << "two loops of PlayGame at once";
@@ -268,6 +270,19 @@ protected:
         }
     }
 };
+
+// A board text: the side to move and the pieces as (square, cell code), the rest empty.
+inline std::string Texto(int vez, std::initializer_list<std::pair<int, int>> pecas) {
+    std::string t = std::to_string(vez) + ",";
+    for (int i = 1; i <= 64; ++i) {
+        const int s = CasaDoIndice(i);
+        int codigo = CasaClara(s) ? 0 : 3;
+        for (const auto& [casa, c] : pecas)
+            if (casa == s) codigo = c;
+        t += std::to_string(codigo) + ",";
+    }
+    return t;
+}
 
 inline CamposNovoJogo Aba(int aba) {
     CamposNovoJogo c;

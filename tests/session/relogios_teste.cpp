@@ -1,0 +1,172 @@
+// The game clock across midnight, and the move clock's arithmetic and its on-line ends.
+#include "apoio.h"
+
+namespace velmora::teste {
+namespace {
+
+using Relogios = Sessao;
+
+TEST(FormataTempo, HorasMinutosSegundos) {
+    EXPECT_EQ(FormataTempo(0), "00:00:00");
+    EXPECT_EQ(FormataTempo(59), "00:00:59");
+    EXPECT_EQ(FormataTempo(3661), "01:01:01");
+    EXPECT_EQ(FormataTempo(86399), "23:59:59");
+}
+
+TEST_F(Relogios, JogoAtravessandoAMeiaNoiteTemTempoContinuo) {
+    form.ctx.InicioJogo = 86390; // 23:59:50
+    relogio.Avanca(86395 - relogio.Agora());
+    form.Tempo_Timer();
+    EXPECT_EQ(form.ctx.painel.Label12.Texto, "00:00:05");
+    relogio.Avanca(15); // 00:00:10
+    form.Tempo_Timer();
+    EXPECT_EQ(form.ctx.painel.Label12.Texto, "00:00:20");
+    form.ctx.Game.Modo = 3;
+    form.ctx.Game.Tipo = "HH";
+    form.finaliza(1);
+    EXPECT_EQ(form.ctx.TempoJogo, 20);
+}
+
+TEST_F(Relogios, InicioDaVezLimitesEModosSemRelogio) {
+    auto& c = form.ctx;
+    auto& m = form.modelo;
+    c.Game.Modo = 4;
+    c.Game.Conectado = true;
+    c.Game.TempoLimite = 30; // a service reply of 30 acts as 60
+    c.Atual.Vez = 1;
+    form.PreparaRelogioJogada();
+    EXPECT_EQ(c.Game.TempoLimite, 60);
+    EXPECT_EQ(m.PicCrono[1].Largura, 5);
+    EXPECT_TRUE(form.Timer2.isActive());
+    form.SegundosInicio = 8;
+    form.PreparaRelogioJogada();
+    EXPECT_EQ(m.PicCrono[1].Largura, 7);
+    form.SegundosInicio = 30; // at most 20 percent
+    form.PreparaRelogioJogada();
+    EXPECT_EQ(m.PicCrono[1].Largura, 12);
+    c.Atual.Vez = 2;
+    form.PreparaRelogioJogada();
+    EXPECT_EQ(m.PicCrono[1].Largura, 0);
+
+    // The peer's bar runs on its turn; a "Cliente" reads the bars the other way round.
+    form.Timer2_Timer();
+    EXPECT_EQ(m.PicCrono[2].Largura, 1);
+    c.Tipo_c = "Cliente";
+    form.Timer2_Timer();
+    EXPECT_EQ(m.PicCrono[1].Largura, 1);
+
+    for (int modo : {1, 3, 5}) {
+        c.Game.Modo = modo;
+        m.PicCrono[1].Largura = m.PicCrono[2].Largura = 0;
+        form.Timer2_Timer();
+        EXPECT_EQ(m.PicCrono[1].Largura + m.PicCrono[2].Largura, 0) << modo;
+    }
+    c.Game.Modo = 4;
+    c.Game.Conectado = false;
+    form.Timer2_Timer();
+    EXPECT_EQ(m.PicCrono[1].Largura, 0);
+}
+
+TEST_F(Relogios, TempoLocalEsgotadoOnLine) {
+    auto& c = form.ctx;
+    tela.dialogos = {{SaidaDialogo::Cancelar, {}}, {SaidaDialogo::Cancelar, {}}};
+    c.Game.Modo = 4;
+    c.Game.Conectado = true;
+    c.Game.valendo = true;
+    c.Atual.Vez = 1;
+    form.PreparaRelogioJogada();
+    form.modelo.PicCrono[1].Largura = 59.5;
+    form.Timer2_Timer();
+    // Both sides still hold 12 pieces: no "Você perdeu".
+    ASSERT_EQ(tela.mensagens.size(), 1u);
+    EXPECT_EQ(tela.mensagens[0], "Tempo limite esgotado");
+    EXPECT_EQ(rede.atribuicoes, (std::vector<std::pair<int, bool>>{{2, false}}));
+    EXPECT_FALSE(c.Game.valendo);
+    EXPECT_FALSE(form.Tempo.isActive());
+    EXPECT_FALSE(form.TimerVerifica.isActive());
+
+    c.CarregaBoard(Texto(1, {{62, 1}, {64, 1}, {33, 2}}));
+    c.JogadaAtual = 9;
+    c.Game.Conectado = true;
+    form.PreparaRelogioJogada();
+    form.modelo.PicCrono[1].Largura = 59.5;
+    form.Timer2_Timer();
+    EXPECT_EQ(tela.mensagens.back(), "Tempo limite esgotado. Você perdeu");
+}
+
+TEST_F(Relogios, TempoDoOponenteTemVinteSegundosDeGracaEDoisDeEspera) {
+    auto& c = form.ctx;
+    tela.dialogos = {{SaidaDialogo::Cancelar, {}}};
+    c.Game.Modo = 4;
+    c.Game.Conectado = true;
+    c.Game.valendo = true;
+    c.Atual.Vez = 2;
+    c.CarregaBoard(Texto(2, {{62, 1}, {64, 1}, {33, 2}}));
+    form.PreparaRelogioJogada();
+    form.modelo.PicCrono[2].Largura = 70;
+    form.Timer2_Timer();
+    EXPECT_TRUE(rede.enviadas.empty()); // 71 steps: still within the grace
+    const double antes = relogio.Decorrido();
+    form.modelo.PicCrono[2].Largura = 79;
+    form.Timer2_Timer();
+    EXPECT_EQ(rede.enviadas, std::vector<std::string>{"RestartTimeOut"});
+    EXPECT_NEAR(relogio.Decorrido() - antes, 2, 0.1);
+    // Silent and behind on the board: the win is reported.
+    EXPECT_EQ(rede.atribuicoes, (std::vector<std::pair<int, bool>>{{1, false}}));
+    EXPECT_FALSE(c.painel.Label27.Visivel);
+
+    // An answer to "RestartTimeOut" ends the wait at once, and nothing is reported.
+    rede.atribuicoes.clear();
+    c.Game.Conectado = true;
+    form.EsperaTimeOut = false;
+    form.modelo.PicCrono[2].Largura = 79;
+    aCadaEvento = [&] {
+        if (!rede.enviadas.empty() && rede.enviadas.size() == 2) form.EsperaTimeOut = true;
+    };
+    form.Timer2_Timer();
+    EXPECT_EQ(rede.enviadas.size(), 2u);
+    EXPECT_TRUE(rede.atribuicoes.empty());
+    EXPECT_TRUE(c.painel.Label27.Visivel);
+}
+
+TEST_F(Relogios, OfertaDeEmpateParaORelogioPorCincoSegundos) {
+    auto& c = form.ctx;
+    c.Game.Modo = 4;
+    c.Game.Conectado = true;
+    c.Game.Fim = false;
+    c.painel.Label24.Cor = cor::Clara;
+    form.Timer2.start();
+    form.Label24_Click();
+    EXPECT_EQ(rede.enviadas, std::vector<std::string>{"PedirEmpate"});
+    EXPECT_FALSE(form.Timer2.isActive());
+    EXPECT_TRUE(form.Timer3.isActive());
+    EXPECT_EQ(form.Timer3.interval(), 5000);
+    form.Timer3_Timer();
+    EXPECT_TRUE(form.Timer2.isActive());
+    // One offer per game.
+    c.painel.Label24.Cor = cor::Clara;
+    form.Label24_Click();
+    EXPECT_EQ(rede.enviadas.size(), 1u);
+    EXPECT_FALSE(c.painel.Label24.Habilitado);
+}
+
+TEST_F(Relogios, IntervalosDosTimers) {
+    const std::pair<QTimer*, int> esperados[] = {{&form.Tempo, 300},
+                                                 {&form.Timer2, 1000},
+                                                 {&form.Timer3, 5000},
+                                                 {&form.Timer1, 300},
+                                                 {&form.tmr, 5000},
+                                                 {&form.TimerInitGame, 100},
+                                                 {&form.TimerSaidoMovePedra, 100},
+                                                 {&form.timerDentro, 10},
+                                                 {&form.TimerSair, 300},
+                                                 {&form.TimerManda, 3000},
+                                                 {&form.TimerVerifica, 1000},
+                                                 {&form.TimerCorrige, 300}};
+    for (const auto& [t, ms] : esperados) EXPECT_EQ(t->interval(), ms);
+    EXPECT_TRUE(form.TimerVerifica.isActive());
+    EXPECT_FALSE(form.Tempo.isActive());
+}
+
+} // namespace
+} // namespace velmora::teste
