@@ -11,6 +11,7 @@
 #include <QString>
 #include <QTemporaryFile>
 #include <QUrl>
+#include <QVariant>
 
 #include <fstream>
 #include <iterator>
@@ -138,20 +139,21 @@ void dl::AsyncRead(const std::string& url, const std::string& chave) {
     leitura->arquivo.open();
     const std::weak_ptr<Estado> fraco = e_;
 
-    QObject::connect(r, &QNetworkReply::readyRead, &e_->contexto, [r, leitura] {
+    // Each arrival of bytes is a progress report (Qt's own progress signal is throttled
+    // and would miss a first burst followed by silence)
+    QObject::connect(r, &QNetworkReply::readyRead, &e_->contexto, [fraco, leitura, r] {
         const QByteArray bloco = r->readAll();
         leitura->bytes += bloco.size();
         leitura->arquivo.write(bloco);
+        const auto e = fraco.lock();
+        if (!e || e->cancelado) return;
+        const QVariant tamanho = r->header(QNetworkRequest::ContentLengthHeader);
+        const qint64 total = tamanho.isValid() ? tamanho.toLongLong() : -1;
+        if (auto f = e->progress) f(leitura->bytes, total, leitura->chave);
+        // A report without a known size leaves Percent as it was
+        if (total > 0) e->percent = static_cast<std::int32_t>(100 * leitura->bytes / total);
+        e->ultimaAtividade = e->relogio();
     });
-    QObject::connect(r, &QNetworkReply::downloadProgress, &e_->contexto,
-                     [fraco, chave](qint64 lidos, qint64 total) {
-                         const auto e = fraco.lock();
-                         if (!e || e->cancelado) return;
-                         if (auto f = e->progress) f(lidos, total, chave);
-                         // A report without a known size leaves Percent as it was
-                         if (total > 0) e->percent = static_cast<std::int32_t>(100 * lidos / total);
-                         e->ultimaAtividade = e->relogio();
-                     });
     QObject::connect(r, &QNetworkReply::finished, &e_->contexto, [fraco, leitura, r] {
         r->deleteLater();
         const auto e = fraco.lock();

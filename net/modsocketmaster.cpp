@@ -104,9 +104,9 @@ bool modSocketMaster::RegisterSocket(std::int32_t socket,
     janela_ = true;
     Guarda(tabelaSockets_, socket, object);
     // An accepted socket (notify false) keeps the notifications that its listener asked
-    // for, which are the same five events: either way the socket is watched.
-    (void)notify;
-    PreparaNotificacoes(socket);
+    // for, which are the same five events; it is a connected one, even if its peer has
+    // reset it already
+    PreparaNotificacoes(socket, notify ? Sonda(socket) : Modo::Conectado);
     colecaoSockets_.try_emplace(socket, object);
     return true;
 }
@@ -216,7 +216,7 @@ modSocketMaster::Modo modSocketMaster::Sonda(std::int32_t socket) {
     return Modo::Ocioso;
 }
 
-void modSocketMaster::PreparaNotificacoes(std::int32_t socket) {
+void modSocketMaster::PreparaNotificacoes(std::int32_t socket, Modo modo) {
     if (notificacoes_.count(socket) != 0) return;
     Notificacoes n;
     n.leitura = std::make_unique<QSocketNotifier>(socket, QSocketNotifier::Read, &contexto_);
@@ -227,7 +227,7 @@ void modSocketMaster::PreparaNotificacoes(std::int32_t socket) {
     n.escrita->setEnabled(false);
     QObject::connect(n.escrita.get(), &QSocketNotifier::activated, &contexto_,
                      [this, socket] { AoEscrever(socket); });
-    n.modo = Sonda(socket);
+    n.modo = modo;
     // An idle stream socket reports a hang-up to poll: it is watched only from its
     // listen or connect on
     if (n.modo != Modo::Ocioso) n.leitura->setEnabled(true);

@@ -117,7 +117,7 @@ class modSocketMaster {
     static void Libera(std::vector<Linha>& tabela, std::int32_t chave);
     static std::shared_ptr<CSocketMaster> Procura(const std::vector<Linha>& tabela,
                                                   std::int32_t chave);
-    void PreparaNotificacoes(std::int32_t socket);
+    void PreparaNotificacoes(std::int32_t socket, Modo modo);
     void DescartaNotificacoes(std::int32_t socket);
     static Modo Sonda(std::int32_t socket);
     void AoLer(std::int32_t socket);
