@@ -5,6 +5,7 @@
 // clicks into the handlers below; dialogs and boxes go through `Tela`, the on-line layers
 // through `Rede`.
 #include "core/contexto.h"
+#include "core/utilidades.h"
 #include "engine/motor.h"
 #include "session/form1modelo.h"
 #include "session/frmnewgame.h"
@@ -246,8 +247,6 @@ class Form1 : public Ganchos {
 
 // The tournament stage's name shown for the opponent, 1 to 8.
 std::string NomeFase(int fase);
-// "hh:mm:ss" of whole seconds.
-std::string FormataTempo(long segundos);
 // The folder of the program, without a trailing "/".
 std::string CaminhoDoPrograma(std::string pasta);
 

@@ -4,7 +4,6 @@
 #include "session/form1.h"
 
 #include <cmath>
-#include <cstdio>
 
 namespace velmora {
 
@@ -12,14 +11,6 @@ namespace {
 // The least time per move.
 constexpr int TempoMinimo = 60;
 } // namespace
-
-std::string FormataTempo(long segundos) {
-    if (segundos < 0) segundos = 0;
-    char texto[32];
-    std::snprintf(texto, sizeof texto, "%02ld:%02ld:%02ld", segundos / 3600, (segundos % 3600) / 60,
-                  (segundos % 3600) % 60);
-    return texto;
-}
 
 void Form1::CorrigeMeiaNoite() {
     // The time of day fell below the start: midnight has passed.

@@ -1,145 +1,284 @@
-// partida: a whole game through the turn cycle, without a window. A human side reads its
-// clicks from standard input as square names ("C3"); the board and the messages the player
-// would read are printed as they change.
+// partida: a game session without a window, run by the same controller as the desktop
+// program. Standard input is read as words: square names ("C3") are clicks on the board,
+// a few words are the buttons, and the answers to questions and to the new game dialog
+// come from there too (or from --resposta). The board and every text the player would read
+// are printed as they change. The session goes on from game to game until the input ends.
 #include "comandos.h"
 #include "opcoes.h"
 
 #include "core/casas.h"
-#include "core/contexto.h"
 #include "core/tabuleiro.h"
-#include "engine/motor.h"
+#include "session/form1.h"
+#include "store/placar.h"
+#include "store/recordes.h"
+
+#include <QCoreApplication>
+#include <QSocketNotifier>
 
 #include <cstdio>
 #include <deque>
-#include <iostream>
-#include <sstream>
+#include <map>
+#include <optional>
+#include <unistd.h>
 
 namespace velmora::cli {
 
 namespace {
 
-// Real clock, no animation pauses, clicks from standard input while a turn waits for one.
-class PlataformaTerminal : public PlataformaSemTela {
-public:
-    Contexto* ctx = nullptr;
-    bool fimDaEntrada = false;
+// The words of standard input, read as they arrive while the game's events run.
+class Entrada {
+  public:
+    Entrada() : notificador_(STDIN_FILENO, QSocketNotifier::Read) {
+        QObject::connect(&notificador_, &QSocketNotifier::activated, &notificador_,
+                         [this] { Le(); });
+    }
+    bool Vazia() const { return palavras_.empty(); }
+    bool Fim() const { return fim_ && palavras_.empty(); }
+    // The next word; waits for it, letting events run. Nothing at the end of the input.
+    std::optional<std::string> Proxima() {
+        while (palavras_.empty() && !fim_)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (palavras_.empty()) return std::nullopt;
+        std::string p = palavras_.front();
+        palavras_.pop_front();
+        return p;
+    }
+    // Lets events run until something arrives, at most until the next timer.
+    void Aguarda() {
+        if (palavras_.empty() && !fim_)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
 
-    void Dorme(double) override {}
-    void ProcessaEventos() override {
-        if (!ctx) return;
-        Mostra();
-        if (!ctx->EsperaClique()) return;
-        while (cliques.empty() && !fimDaEntrada) {
-            std::string linha;
-            if (!std::getline(std::cin, linha)) {
-                fimDaEntrada = true;
-                break;
-            }
-            std::istringstream palavras(linha);
-            std::string p;
-            while (palavras >> p) {
-                const int casa = CasaDoNome(p);
-                if (casa == 0) std::printf("Casa inválida: %s (use A1 a H8)\n", p.c_str());
-                else cliques.push_back(casa);
-            }
-        }
-        if (fimDaEntrada && cliques.empty()) {
-            ctx->Game.Fim = true;
+  private:
+    void Le() {
+        char bloco[4096];
+        const ssize_t n = ::read(STDIN_FILENO, bloco, sizeof bloco);
+        if (n <= 0) {
+            fim_ = true;
+            notificador_.setEnabled(false);
+            Separa(" ");
             return;
         }
-        const int casa = cliques.front();
-        cliques.pop_front();
-        ctx->Clique(casa);
+        Separa(std::string(bloco, static_cast<size_t>(n)));
     }
-    // Prints the board after each recorded position and each new message.
-    void Mostra() {
-        if (ctx->JogadaAtual != jogadaMostrada || ctx->UltimaJogada != ultimaMostrada) {
-            jogadaMostrada = ctx->JogadaAtual;
-            ultimaMostrada = ctx->UltimaJogada;
-            if (!ctx->painel.lbMoves.Texto.empty())
-                std::printf("Jogada: %s\n", ctx->painel.lbMoves.Texto.c_str());
-            std::printf("%s", DesenhoTabuleiro(ctx->Atual).c_str());
-            std::printf("Posição %d/%d, vez do lado %d\n", ctx->JogadaAtual, ctx->UltimaJogada,
-                        ctx->Atual.Vez);
-        }
-        for (Controle* c : {&ctx->painel.lbMsg, &ctx->painel.Label27}) {
-            std::string& visto = c == &ctx->painel.lbMsg ? msgVista : label27Vista;
-            const std::string agora = c->Visivel ? c->Texto : "";
-            if (agora != visto) {
-                visto = agora;
-                if (!agora.empty()) std::printf("%s\n", agora.c_str());
+    void Separa(const std::string& texto) {
+        for (char c : texto) {
+            if (c == ' ' || c == '\n' || c == '\r' || c == '\t') {
+                if (!parcial_.empty()) palavras_.push_back(parcial_);
+                parcial_.clear();
+            } else {
+                parcial_ += c;
             }
+        }
+    }
+    QSocketNotifier notificador_;
+    std::deque<std::string> palavras_;
+    std::string parcial_;
+    bool fim_ = false;
+};
+
+std::optional<bool> Resposta(const std::string& p) {
+    if (p == "s" || p == "S" || p == "sim") return true;
+    if (p == "n" || p == "N" || p == "nao" || p == "não") return false;
+    return std::nullopt;
+}
+
+// The message boxes, the questions and the new game dialog, on the terminal.
+class TelaTerminal : public Tela {
+  public:
+    TelaTerminal(Entrada& e, std::optional<bool> resposta, CamposNovoJogo campos)
+        : entrada_(e), resposta_(resposta), campos_(std::move(campos)) {}
+
+    SaidaDialogo MostraNovoJogo(FrmNewGame& d) override {
+        for (;;) {
+            std::printf("Novo jogo (jogar, %s): ", d.Label2 == "Cancelar" ? "cancelar" : "sair");
+            std::fflush(stdout);
+            const auto p = entrada_.Proxima();
+            std::printf("%s\n", p ? p->c_str() : "sair");
+            if (!p || *p == "sair") return SaidaDialogo::Sair;
+            if (*p == "cancelar")
+                return d.Label2 == "Cancelar" ? SaidaDialogo::Cancelar : SaidaDialogo::Sair;
+            CamposNovoJogo c = campos_;
+            if (*p == "jogar" && d.JOGAR(c)) return SaidaDialogo::Jogar;
+        }
+    }
+    void Mensagem(const std::string& texto, const std::string&) override {
+        std::printf("[%s]\n", texto.c_str());
+        std::fflush(stdout);
+    }
+    bool Pergunta(const std::string& texto, const std::string&) override {
+        for (;;) {
+            std::printf("[%s] (s/n): ", texto.c_str());
+            std::fflush(stdout);
+            std::optional<bool> r = resposta_;
+            if (!r) {
+                const auto p = entrada_.Proxima();
+                r = p ? Resposta(*p) : std::optional<bool>(false);
+            }
+            if (r) {
+                std::printf("%s\n", *r ? "sim" : "não");
+                return *r;
+            }
+        }
+    }
+    void MostraRecordes(int nivel, int posicao) override {
+        std::printf("Recordes (%s):\n", NomeDoNivel(nivel).c_str());
+        int r = 0;
+        for (const Recorde& x : Recordes().Tabela(nivel)) {
+            ++r;
+            std::printf("%s%03d %s %s\n", r == posicao ? "> " : "  ", r, x.nome.c_str(),
+                        FormataTempo(x.tempo).c_str());
+        }
+        if (nivel != 8) std::printf("%s\n", Placar().Texto(nivel).c_str());
+    }
+
+  private:
+    Entrada& entrada_;
+    std::optional<bool> resposta_;
+    CamposNovoJogo campos_;
+};
+
+// Prints the board after each recorded position and each new message of the board.
+class Quadro {
+  public:
+    explicit Quadro(Contexto& c) : ctx_(c) {}
+    void Mostra() {
+        if (ctx_.JogadaAtual != atual_ || ctx_.UltimaJogada != ultima_) {
+            atual_ = ctx_.JogadaAtual;
+            ultima_ = ctx_.UltimaJogada;
+            if (!ctx_.painel.lbMoves.Texto.empty() && ctx_.JogadaAtual > 1)
+                std::printf("Jogada: %s\n", ctx_.painel.lbMoves.Texto.c_str());
+            std::printf("%s", DesenhoTabuleiro(ctx_.Atual).c_str());
+            std::printf("Posição %d/%d, vez do lado %d\n", ctx_.JogadaAtual, ctx_.UltimaJogada,
+                        ctx_.Atual.Vez);
+        }
+        for (const Controle* c : {&ctx_.painel.lbMsg, &ctx_.painel.Label27}) {
+            std::string& visto = vistos_[c];
+            const std::string agora = c->Visivel ? c->Texto : "";
+            if (agora == visto) continue;
+            visto = agora;
+            if (!agora.empty()) std::printf("%s\n", agora.c_str());
         }
         std::fflush(stdout);
     }
 
-private:
-    std::deque<int> cliques;
-    int jogadaMostrada = -1, ultimaMostrada = -1;
-    std::string msgVista, label27Vista;
+  private:
+    Contexto& ctx_;
+    int atual_ = -1, ultima_ = -1;
+    std::map<const Controle*, std::string> vistos_;
 };
 
-// One game, then out: the end of the game is told and the loop is left.
-class GanchosTerminal : public Ganchos {
-public:
-    explicit GanchosTerminal(Contexto& c) : ctx(c) {}
-    uint8_t resultado = 0;
-    void Mensagem(const std::string& texto) override { std::printf("%s\n", texto.c_str()); }
-    bool Pergunta(const std::string& texto) override {
-        std::printf("%s (respondido: não)\n", texto.c_str());
-        return false;
-    }
-    void finaliza(uint8_t r) override {
-        resultado = r;
-        ctx.StartInitGame = true;
-    }
-    void Restart_Game() override { resultado = 4; }
-
-private:
-    Contexto& ctx;
-};
+// A word typed while the board waits: a click, a button, or nothing known.
+void Executa(Form1& form, const std::string& p) {
+    static const std::map<std::string, int> historia = {
+        {"primeira", 0}, {"volta", 1}, {"avanca", 2}, {"ultima", 3}};
+    if (const int casa = CasaDoNome(p); casa != 0)
+        form.imgpd_MouseDown(casa);
+    else if (p == "novo")
+        form.Label6_Click();
+    else if (p == "reiniciar")
+        form.Label7_Click();
+    else if (p == "entregar")
+        form.Label22_Click();
+    else if (p == "sair")
+        form.Image1_Click();
+    else if (auto it = historia.find(p); it != historia.end())
+        form.Image6_Click(it->second);
+    else
+        std::printf("Entrada inválida: %s (casas A1 a H8, novo, reiniciar, entregar, "
+                    "primeira, volta, avanca, ultima, sair)\n",
+                    p.c_str());
+}
 
 } // namespace
 
 int ComandoPartida(const Argumentos& args) {
-    Opcoes o(args, {"tipo", "regra", "nivel1", "nivel2", "comeca"});
+    Opcoes o(args,
+             {"tipo", "modo", "regra", "nivel1", "nivel2", "comeca", "resposta", "nome1", "nome2"});
     if (!o.ok()) return ErroDeUso(o.erro);
     const std::string tipo = o.texto("tipo", "HC");
     if (tipo != "HH" && tipo != "HC" && tipo != "CH" && tipo != "CC")
         return ErroDeUso("--tipo espera HH, HC, CH ou CC");
+    const auto modo = o.inteiro("modo", 1, 3, tipo == "HH" ? 3 : 1);
     const auto regra = o.inteiro("regra", 1, 4, 1);
     const auto nivel1 = o.inteiro("nivel1", 1, 5, 1);
     const auto nivel2 = o.inteiro("nivel2", 1, 5, 1);
     const auto comeca = o.inteiro("comeca", 1, 2, 1);
-    if (!regra || !nivel1 || !nivel2 || !comeca) return ErroDeUso(o.erro);
-
-    PlataformaTerminal plataforma;
-    Contexto ctx(plataforma);
-    plataforma.ctx = &ctx;
-    Motor motor(ctx);
-    GanchosTerminal ganchos(ctx);
-    ctx.pensador = &motor;
-    ctx.ganchos = &ganchos;
-    ctx.Game.Modo = tipo == "HH" ? 3 : 1;
-    ctx.Game.Tipo = tipo;
-    ctx.Game.Regra = static_cast<int>(*regra);
-    ctx.Game.Comeca = static_cast<int>(*comeca);
-    ctx.Tipo_c = "Servidor";
-    ctx.Jogador[1].Nome = tipo[0] == 'C' ? "CPU 1" : "Jogador 1";
-    ctx.Jogador[2].Nome = tipo[1] == 'C' ? "CPU 2" : "Jogador 2";
-    ctx.Jogador[1].Nivel = static_cast<int16_t>(*nivel1);
-    ctx.Jogador[2].Nivel = static_cast<int16_t>(*nivel2);
-    std::printf("Regra: %s\n", NomeRegra(ctx.Game.Regra));
-    ctx.IniciaJogo();
-    plataforma.Mostra();
-
-    switch (ganchos.resultado) {
-    case 1:
-    case 2: std::printf("Vencedor: %s\n", ctx.Jogador[ganchos.resultado].Nome.c_str()); break;
-    case 3:
-    case 4: std::printf("Resultado: empate\n"); break;
-    default: std::printf("Partida interrompida\n"); return 1;
+    if (!modo || !regra || !nivel1 || !nivel2 || !comeca) return ErroDeUso(o.erro);
+    if (*modo == 2 && tipo != "HC") return ErroDeUso("o torneio (--modo 2) é jogado como HC");
+    if (*modo == 3 && tipo != "HH") return ErroDeUso("--modo 3 é jogado como HH");
+    if (*modo == 1 && tipo == "HH") return ErroDeUso("--modo 1 tem um lado do computador");
+    std::optional<bool> resposta;
+    if (o.tem("resposta")) {
+        resposta = Resposta(o.texto("resposta"));
+        if (!resposta) return ErroDeUso("--resposta espera sim ou nao");
     }
+
+    int argc = 1;
+    char nome[] = "velmora-cli";
+    char* argv[] = {nome, nullptr};
+    QCoreApplication app(argc, argv);
+
+    PartidaSemTela p;
+    p.Modo = static_cast<int>(*modo);
+    p.Tipo = tipo;
+    p.Regra = static_cast<int>(*regra);
+    p.Comeca = static_cast<int>(*comeca);
+    p.Nivel1 = static_cast<int>(*nivel1);
+    p.Nivel2 = static_cast<int>(*nivel2);
+    const bool cc = tipo == "CC";
+    p.Nome1 = o.texto("nome1", tipo[0] == 'C' ? (cc ? "CPU 1" : "Computador")
+                                              : (tipo == "HH" ? "Jogador 1" : "Jogador"));
+    p.Nome2 = o.texto("nome2", tipo[1] == 'C' ? (cc ? "CPU 2" : "Computador")
+                                              : (tipo == "HH" ? "Jogador 2" : "Jogador"));
+    // What "jogar" in a later new game dialog chooses: the same kind of session.
+    CamposNovoJogo campos;
+    campos.Aba = p.Modo == 3 ? 2 : 1;
+    campos.Nivel = p.Modo == 2 ? 8 : p.Nivel2;
+    campos.Opt_regra = campos.Opt_regra2 = p.Regra;
+    campos.TxtHC = p.Nome1;
+    campos.TxtHH1 = p.Nome1;
+    campos.TxtHH2 = p.Nome2;
+
+    Entrada entrada;
+    TelaTerminal tela(entrada, resposta, campos);
+    RelogioReal relogio(true); // the computer thinks for real; animations take no time
+    ValoresDoPrograma valores;
+    valores.CaminhoApp = CaminhoDoPrograma(QCoreApplication::applicationDirPath().toStdString());
+    Form1 form(tela, relogio, valores);
+    Quadro quadro(form.ctx);
+    form.AoProcessarEventos = [&] {
+        quadro.Mostra();
+        if (form.Encerrado() || !form.ctx.EsperaClique() || form.ctx.Game.Fim) return;
+        if (entrada.Fim()) {
+            form.EncerraPrograma(); // nothing more to play
+            return;
+        }
+        if (entrada.Vazia()) entrada.Aguarda();
+        if (!entrada.Vazia() && form.ctx.EsperaClique()) Executa(form, *entrada.Proxima());
+    };
+    form.Form_Load();
+
+    std::printf("Regra: %s\n", NomeRegra(p.Regra));
+    form.InicioSemTela(p);
+    // The board is idle (a dialog was cancelled) or a timer will start the next session.
+    while (!form.Encerrado()) {
+        if (form.TimerInitGame.isActive() || form.TimerSaidoMovePedra.isActive() ||
+            form.timerDentro.isActive()) {
+            // A new dialog or game is on its way: it comes before the next word.
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            continue;
+        }
+        const auto palavra = entrada.Proxima();
+        if (palavra)
+            Executa(form, *palavra);
+        else
+            form.EncerraPrograma();
+    }
+    quadro.Mostra();
+    const auto& j = form.ctx.Jogador;
+    std::printf("Placar: %s %d x %d %s\n", j[1].Nome.c_str(), j[1].Vitorias, j[2].Vitorias,
+                j[2].Nome.c_str());
     return 0;
 }
 
