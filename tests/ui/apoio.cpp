@@ -1,6 +1,11 @@
 #include "apoio.h"
 
+#include "core/casas.h"
 #include "store/caminhos.h"
+#include "ui/janelatabuleiro.h"
+#include "ui/vistatabuleiro.h"
+
+#include <QTest>
 
 #include <cstdlib>
 
@@ -46,6 +51,64 @@ void ComPastas::TearDown() {
 
 std::unique_ptr<clsRegistryAccess> ComPastas::NovoRegistro() const {
     return std::make_unique<clsRegistryAccess>(ArquivoRegistro());
+}
+
+void ComForm1::SetUp() {
+    ComPastas::SetUp();
+    tela = std::make_unique<TelaQt>(caixas, tocador,
+                                    [this](const QUrl& u) { enderecos.push_back(u); });
+    ValoresDoPrograma valores;
+    valores.CaminhoApp = pasta.path().toStdString();
+    form1 = std::make_unique<Form1>(*tela, relogio, valores);
+    tela->Liga(*form1);
+    // the tests that want the first dialog open it themselves
+    Janela().aoPrimeiraAtivacao = nullptr;
+    form1->Form_Load();
+    Janela().show();
+    form1->AoProcessarEventos = [this] {
+        if (!form1->ctx.EsperaClique()) return;
+        if (passos_.empty()) {
+            // a turn that waits with nothing left to click would wait for ever
+            if (++esperasVazias_ > 5000) {
+                ADD_FAILURE() << "a turn still waits for a click after the script ended";
+                form1->ctx.Game.Fim = true;
+            }
+            return;
+        }
+        esperasVazias_ = 0;
+        auto passo = std::move(passos_.front());
+        passos_.pop_front();
+        passo();
+    };
+}
+
+void ComForm1::TearDown() {
+    form1->AoProcessarEventos = nullptr;
+    tela->Libera();
+    form1.reset();
+    tela.reset();
+    ComPastas::TearDown();
+}
+
+void ComForm1::Clica(int casa) {
+    VistaTabuleiro* v = Janela().Tabuleiro();
+    QTest::mouseClick(v, Qt::LeftButton, {}, v->RetanguloCasa(casa).center().toPoint());
+}
+
+void ComForm1::AoEsperarClique(std::vector<std::function<void()>> passos) {
+    for (auto& p : passos) passos_.push_back(std::move(p));
+}
+
+std::string TextoDePosicao(const std::vector<std::pair<int, int>>& pecas, int lado) {
+    std::string t = std::to_string(lado) + ",";
+    for (int i = 1; i <= 64; ++i) {
+        const int casa = CasaDoIndice(i);
+        int codigo = CasaClara(casa) ? 0 : 3;
+        for (auto [c, p] : pecas)
+            if (c == casa) codigo = p;
+        t += std::to_string(codigo) + ",";
+    }
+    return t;
 }
 
 } // namespace velmora::ui::teste

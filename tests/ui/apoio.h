@@ -2,9 +2,14 @@
 // What the tests of the windows share: a fresh settings store and data folder for each
 // test, boxes that answer from a script and remember what they showed, and an ambient that
 // records sounds and opened addresses.
+#include "session/form1.h"
+#include "session/relogio.h"
 #include "store/registro.h"
 #include "ui/ambiente.h"
 #include "ui/caixas.h"
+#include "ui/janelatabuleiro.h"
+#include "ui/som/tocador.h"
+#include "ui/telaqt.h"
 
 #include <QTemporaryDir>
 #include <deque>
@@ -45,5 +50,38 @@ class ComPastas : public ::testing::Test {
     std::vector<QUrl> enderecos;
     std::unique_ptr<AmbienteUi> amb;
 };
+
+// Remembers the sounds and the music asked for.
+struct TocadorGravador final : Tocador {
+    std::vector<std::string> sons, musicas;
+    int fechamentos = 0;
+    void TocaSom(const std::string& nome) override { sons.push_back(nome); }
+    void TocaMusica(const std::string& nome) override { musicas.push_back(nome); }
+    void FechaMusica() override { ++fechamentos; }
+};
+
+// The session's controller with the real board window over it, on a clock that moves only
+// when something sleeps, so the animations and pauses take no time.
+class ComForm1 : public ComPastas {
+  protected:
+    void SetUp() override;
+    void TearDown() override;
+    JanelaTabuleiro& Janela() { return *tela->Janela(); }
+    Contexto& Ctx() { return form1->ctx; }
+    // A left click on a square of the board widget, where the layout in force draws it.
+    void Clica(int casa);
+    // Runs `passo` at the next pumps where a human turn waits for a click, one a pump.
+    void AoEsperarClique(std::vector<std::function<void()>> passos);
+
+    TocadorGravador tocador;
+    RelogioSimulado relogio;
+    std::unique_ptr<TelaQt> tela;
+    std::unique_ptr<Form1> form1;
+    std::deque<std::function<void()>> passos_;
+    int esperasVazias_ = 0;
+};
+
+// A position of side 1 to move from a list of pieces: square and cell code (1, 10, 2, 20).
+std::string TextoDePosicao(const std::vector<std::pair<int, int>>& pecas, int lado = 1);
 
 } // namespace velmora::ui::teste

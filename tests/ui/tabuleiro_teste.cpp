@@ -1,0 +1,195 @@
+// The board window over the session: moves played by clicks on the squares, the messages of
+// the move routines, the mirrored board, the questions and the records viewer it opens.
+#include "apoio.h"
+
+#include "core/tabuleiro.h"
+#include "store/recordes.h"
+#include "ui/frmrecordes.h"
+#include "ui/vistatabuleiro.h"
+
+#include <QApplication>
+#include <QTableWidget>
+#include <QTest>
+#include <QTimer>
+
+namespace velmora::ui::teste {
+
+class Tabuleiro : public ComForm1 {
+  protected:
+    // Two people at one screen, side 1 to move.
+    void JogoDeDois() {
+        PartidaSemTela p;
+        p.Modo = 3;
+        p.Tipo = "HH";
+        p.Comeca = 1;
+        p.Nome1 = "Ana";
+        p.Nome2 = "Rui";
+        form1->InicioSemTela(p);
+    }
+    // Ends the running turn once the script is over.
+    std::function<void()> Termina() {
+        return [this] { Ctx().Game.Fim = true; };
+    }
+    std::string Msg() { return Ctx().painel.lbMsg.Texto; }
+};
+
+TEST_F(Tabuleiro, ClicksOnTheSquaresPlayAMoveAndRefuseAnIllegalOne) {
+    std::vector<std::string> msgs;
+    AoEsperarClique({
+        [this] { Clica(64); }, // a man with two landing squares
+        [this, &msgs] {
+            msgs.push_back(Msg());
+            EXPECT_TRUE(Ctx().painel.Marcadas[53]);
+            EXPECT_TRUE(Ctx().painel.Marcadas[55]);
+            Clica(55);
+        },
+        [this, &msgs] {
+            // side 2 to move: a man of side 1 is no move of theirs
+            EXPECT_EQ(Ctx().painel.imgpd[55], 1);
+            EXPECT_EQ(Ctx().painel.imgpd[64], 0);
+            EXPECT_EQ(Janela().Texto("Label10"), "2/2");
+            EXPECT_EQ(Janela().Texto("LbVez"), "Rui");
+            Clica(82);
+        },
+        [this, &msgs] {
+            msgs.push_back(Msg());
+            EXPECT_EQ(Janela().Texto("lbMsg"), "Movimento ilegal");
+        },
+        Termina(),
+    });
+    JogoDeDois();
+    ASSERT_EQ(msgs.size(), 2u);
+    EXPECT_EQ(msgs[0], "Mais...");
+    EXPECT_EQ(msgs[1], "Movimento ilegal");
+    EXPECT_EQ(Janela().Texto("LbNome_1"), "Ana");
+    EXPECT_EQ(Janela().Texto("LbNome_2"), "Rui");
+    EXPECT_EQ(Janela().Texto("Label2"), "12");
+}
+
+TEST_F(Tabuleiro, TwoCaptureRoutesSharingALandingAskForMoreUntilTheThirdClick) {
+    // a man of side 1 on 66 takes 55 and lands on 44; from there it may take 33 or 35
+    const auto pos = PosicaoDoTexto(TextoDePosicao({{66, 1}, {55, 2}, {33, 2}, {35, 2}, {13, 2}}));
+    ASSERT_TRUE(pos);
+    Ctx().Game.Modo = 3;
+    Ctx().Game.Tipo = "HH";
+    Ctx().Atual = *pos;
+    Ctx().RedesenhaCasas();
+    Ctx().Game.Fim = false;
+    Ctx().Game.AceitaClique = true;
+    std::vector<std::string> msgs;
+    AoEsperarClique({
+        [this] { Clica(66); },
+        [this, &msgs] {
+            msgs.push_back(Msg());
+            Clica(44);
+        },
+        [this, &msgs] {
+            msgs.push_back(Msg());
+            EXPECT_EQ(Ctx().TextoClicado, std::string({66, 44, '?', 44}));
+            EXPECT_TRUE(Ctx().painel.Marcadas[22]);
+            EXPECT_TRUE(Ctx().painel.Marcadas[26]);
+            Clica(26);
+        },
+    });
+    EXPECT_EQ(Ctx().JogadaHumano(), 0);
+    EXPECT_EQ(msgs, (std::vector<std::string>{"Mais...", "Mais..."}));
+    EXPECT_EQ(Ctx().painel.imgpd[26], 1);
+    EXPECT_EQ(Ctx().painel.imgpd[55], 0);
+    EXPECT_EQ(Ctx().painel.imgpd[35], 0);
+    EXPECT_EQ(Ctx().painel.imgpd[33], 2);
+    EXPECT_EQ(Janela().Texto("Label3"), "2");
+}
+
+TEST_F(Tabuleiro, AClienteSeesTheBoardMirrored) {
+    VistaTabuleiro* v = Janela().Tabuleiro();
+    const QRectF cimaEsquerda = v->RetanguloCasa(12);
+    form1->OrientaTabuleiro("Cliente");
+    Janela().Atualiza();
+    EXPECT_TRUE(v->Espelhado());
+    EXPECT_EQ(v->RetanguloCasa(89), cimaEsquerda);
+    EXPECT_EQ(v->CasaEm(cimaEsquerda.center()), 89);
+    EXPECT_EQ(v->CasaEm(v->RetanguloCasa(12).center()), 12);
+    form1->OrientaTabuleiro("Servidor");
+    Janela().Atualiza();
+    EXPECT_FALSE(v->Espelhado());
+    EXPECT_EQ(v->RetanguloCasa(12), cimaEsquerda);
+}
+
+TEST_F(Tabuleiro, AClickOnAFinishedGameOffersANewOne) {
+    Ctx().Game.Fim = true;
+    Ctx().Game.AceitaClique = true;
+    caixas.respostas = {false};
+    Clica(64);
+    ASSERT_EQ(caixas.vistas.size(), 1u);
+    EXPECT_EQ(caixas.vistas[0].tipo, "Pergunta");
+    EXPECT_EQ(caixas.vistas[0].titulo, "Pergunta");
+    EXPECT_TRUE(caixas.vistas[0].texto.startsWith("O Jogo está concluído."));
+    EXPECT_TRUE(caixas.vistas[0].texto.endsWith("Deseja iniciar um novo jogo?"));
+}
+
+TEST_F(Tabuleiro, AClickOnAPositionWithTheComputerToMoveIsRefused) {
+    Ctx().Game.Modo = 1;
+    Ctx().Game.Tipo = "HC";
+    Ctx().Game.Fim = false;
+    Ctx().Game.AceitaClique = true;
+    Ctx().LadoCarregado = 2;
+    Clica(64);
+    EXPECT_EQ(tocador.sons, std::vector<std::string>{"talk.wav"});
+    EXPECT_EQ(Janela().Texto("lbMsg"),
+              "Você deve voltar ou avançar uma jogada para que seja a sua vez de jogar");
+    EXPECT_TRUE(Ctx().TextoClicado.empty());
+}
+
+TEST_F(Tabuleiro, EscAsksTwiceBeforeClosingAndNoKeepsTheProgram) {
+    caixas.respostas = {true, false};
+    QTest::keyClick(&Janela(), Qt::Key_Escape);
+    ASSERT_EQ(caixas.vistas.size(), 2u);
+    EXPECT_EQ(caixas.vistas[0].texto, "Deseja fechar o Velmora Ace?");
+    EXPECT_EQ(caixas.vistas[1].texto, "Deseja fechar o Velmora Ace?");
+    EXPECT_FALSE(form1->Encerrado());
+}
+
+TEST_F(Tabuleiro, TheOffLineLayoutHidesTheChatAndTheOnLineButtons) {
+    for (const char* oculto :
+         {"Text3", "Text4", "Label22", "Label24", "Label26", "PicCrono_1", "PicCrono_2", "Label28"})
+        EXPECT_FALSE(Janela().Visivel(oculto)) << oculto;
+    for (const char* visivel : {"Label6", "Label7", "Label10", "Label20", "Image6_0", "Image12"})
+        EXPECT_TRUE(Janela().Visivel(visivel)) << visivel;
+    EXPECT_EQ(Janela().Texto("Label6"), "Novo jogo");
+    EXPECT_EQ(Janela().Texto("Label7"), "Reiniciar");
+    EXPECT_EQ(Janela().Texto("Label18"), "Jogo não iniciado");
+    Janela().Image9_RightClick();
+    EXPECT_TRUE(Janela().Visivel("Label28"));
+}
+
+TEST_F(Tabuleiro, HelpAndRankingGoToTheShell) {
+    Janela().Image14_Click();
+    Janela().Image15_Click();
+    ASSERT_EQ(enderecos.size(), 2u);
+    EXPECT_TRUE(enderecos[0].isLocalFile());
+    EXPECT_TRUE(enderecos[0].toLocalFile().endsWith("/velmora.html"));
+    EXPECT_TRUE(enderecos[1].toString().endsWith("/html/ranking_velmora.php"));
+}
+
+TEST_F(Tabuleiro, ANewRecordOpensTheViewerWithItsRowMarked) {
+    Recordes r;
+    for (int i = 1; i <= 5; ++i) ASSERT_TRUE(r.GravaRecord("Outro", 100 * i, 1, i));
+    ASSERT_TRUE(r.GravaRecord("Ana", 250, 1, 3));
+    bool visto = false;
+    QTimer::singleShot(0, [&] {
+        auto* v = qobject_cast<FrmMostraRecords*>(QApplication::activeModalWidget());
+        ASSERT_NE(v, nullptr);
+        visto = true;
+        EXPECT_EQ(v->TextoLabel8(), "Iniciante");
+        QTableWidget* t = v->Tabela();
+        EXPECT_EQ(t->item(2, 1)->text(), "Ana");
+        EXPECT_EQ(t->item(2, 1)->foreground().color(), QColor(Qt::yellow));
+        EXPECT_EQ(t->item(2, 2)->foreground().color(), QColor(Qt::yellow));
+        EXPECT_NE(t->item(1, 1)->foreground().color(), QColor(Qt::yellow));
+        v->accept();
+    });
+    tela->MostraRecordes(1, 3);
+    EXPECT_TRUE(visto);
+}
+
+} // namespace velmora::ui::teste
