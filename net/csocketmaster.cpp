@@ -732,10 +732,9 @@ void CSocketMaster::DestroySocket() {
 }
 
 void CSocketMaster::CancelResolves() {
-    for (const auto handle : buscas_) {
-        mod_.CancelaBusca(handle);
-        mod_.UnregisterResolve(handle);
-    }
+    // The look-up itself runs to its end (Qt can't abort one without losing its handler);
+    // with its row freed, the answer finds no owner
+    for (const auto handle : buscas_) mod_.UnregisterResolve(handle);
     buscas_.clear();
     bufferBusca_.reset();
 }

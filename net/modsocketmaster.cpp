@@ -37,7 +37,7 @@ class Profundidade {
 
 } // namespace
 
-modSocketMaster::modSocketMaster() = default;
+modSocketMaster::modSocketMaster() : vida_(std::make_shared<modSocketMaster*>(this)) {}
 
 modSocketMaster::~modSocketMaster() {
     // Holders that no object claimed give up their sockets while the tables still exist
@@ -169,35 +169,33 @@ void modSocketMaster::WindowProc(std::uint32_t message, std::intptr_t wParam,
 
 std::int32_t modSocketMaster::IniciaBusca(const std::string& nome,
                                           std::weak_ptr<BufferBusca> buffer) {
-    return QHostInfo::lookupHost(QString::fromStdString(nome), &contexto_,
-                                 [this, buffer = std::move(buffer)](const QHostInfo& info) {
-                                     std::int32_t erro = 0;
-                                     if (info.error() == QHostInfo::HostNotFound) {
-                                         erro = 11001;
-                                     } else if (info.error() != QHostInfo::NoError) {
-                                         erro = 11003;
-                                     } else {
-                                         erro = 11004; // a name without an IPv4 address
-                                         for (const auto& a : info.addresses()) {
-                                             if (a.protocol() != QAbstractSocket::IPv4Protocol)
-                                                 continue;
-                                             if (auto b = buffer.lock())
-                                                 b->endereco = htonl(a.toIPv4Address());
-                                             erro = 0;
-                                             break;
-                                         }
-                                     }
-                                     try {
-                                         WindowProc(MensagemBusca, info.lookupId(),
-                                                    FazLParam(0, erro));
-                                     } catch (const std::exception& e) {
-                                         qWarning("modSocketMaster: %s", e.what());
-                                     }
-                                 });
-}
-
-void modSocketMaster::CancelaBusca(std::int32_t handle) {
-    QHostInfo::abortHostLookup(handle);
+    // No context object: Qt loses the handler of a look-up whose context has gone, so the
+    // answer always comes, and finds out here whether this registry still exists
+    return QHostInfo::lookupHost(
+        QString::fromStdString(nome), [vida = std::weak_ptr<modSocketMaster*>(vida_),
+                                       buffer = std::move(buffer)](const QHostInfo& info) {
+            const auto registro = vida.lock();
+            if (!registro) return;
+            std::int32_t erro = 0;
+            if (info.error() == QHostInfo::HostNotFound) {
+                erro = 11001;
+            } else if (info.error() != QHostInfo::NoError) {
+                erro = 11003;
+            } else {
+                erro = 11004; // a name without an IPv4 address
+                for (const auto& a : info.addresses()) {
+                    if (a.protocol() != QAbstractSocket::IPv4Protocol) continue;
+                    if (auto b = buffer.lock()) b->endereco = htonl(a.toIPv4Address());
+                    erro = 0;
+                    break;
+                }
+            }
+            try {
+                (*registro)->WindowProc(MensagemBusca, info.lookupId(), FazLParam(0, erro));
+            } catch (const std::exception& e) {
+                qWarning("modSocketMaster: %s", e.what());
+            }
+        });
 }
 
 modSocketMaster::Modo modSocketMaster::Sonda(std::int32_t socket) {

@@ -80,9 +80,9 @@ class modSocketMaster {
 
     // What the OS does on its own under Winsock. Starts a look-up of `nome` whose answer
     // goes to `buffer` (if it still exists) and then to the window procedure; result the
-    // handle, 0 when it couldn't start.
+    // handle, 0 when it couldn't start. A look-up can't be stopped: once its row is freed,
+    // its answer is dropped like any late one.
     std::int32_t IniciaBusca(const std::string& nome, std::weak_ptr<BufferBusca> buffer);
-    void CancelaBusca(std::int32_t handle);
     // A connect is under way: its end is reported as FD_CONNECT.
     void AguardaConexao(std::int32_t socket);
     // The object has called recv or accept (or listen): reads may be reported again.
@@ -124,7 +124,9 @@ class modSocketMaster {
     void AoEscrever(std::int32_t socket);
     void Entrega(std::int32_t socket, std::int32_t evento, std::int32_t erro);
 
-    QObject contexto_; // parent of the notifiers and receiver of the look-ups
+    QObject contexto_; // parent of the notifiers
+    // Expires with the registry: a look-up's answer tests it before coming in
+    std::shared_ptr<modSocketMaster*> vida_;
     std::int32_t objetos_ = 0;
     bool iniciado_ = false;
     bool janela_ = false;

@@ -81,6 +81,17 @@ TEST(Registro, ServicoSobeComOPrimeiroObjetoEDesceComOUltimo) {
     EXPECT_EQ(mod.SocketsNaColecao(), 0u);
 }
 
+TEST(Registro, RespostaDeBuscaDepoisDoFimDoRegistroEDescartada) {
+    {
+        modSocketMaster mod;
+        auto cliente = CSocketMaster::Cria(mod);
+        cliente->Connect("localhost", 9);
+        EXPECT_EQ(cliente->State(), sckResolvingHost);
+    }
+    // The answer comes into a process where neither the object nor the registry exists
+    Pausa(300);
+}
+
 TEST(Registro, DonoQueSoltaOObjetoDentroDoProprioEventoNaoDerrubaNada) {
     modSocketMaster mod;
     auto p = Conecta(mod);
