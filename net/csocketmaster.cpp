@@ -182,12 +182,6 @@ bool CSocketMaster::SocketExists() {
         return false;
     }
     socketHandle_ = s;
-    if (!udp) {
-        // A listener can come back on its port at once, as on Windows; a port that another
-        // socket listens on stays refused
-        const int um = 1;
-        ::setsockopt(s, SOL_SOCKET, SO_REUSEADDR, &um, sizeof um);
-    }
     ProcessOptions();
     return mod_.RegisterSocket(s, shared_from_this(), true);
 }
@@ -251,7 +245,14 @@ void CSocketMaster::Bind(Variante localPort, std::optional<std::string> localIP)
 void CSocketMaster::Listen() {
     const auto vivo = shared_from_this();
     if (state_ != sckClosed && state_ != sckOpen) Levanta(sckInvalidOp, Fonte("Listen"));
-    if (!SocketExists() || !BindInternal({}, std::nullopt)) return;
+    if (!SocketExists()) return;
+    if (state_ == sckClosed) {
+        // A listener can come back on its port at once, as on Windows; a port that another
+        // socket listens on stays refused
+        const int um = 1;
+        ::setsockopt(socketHandle_, SOL_SOCKET, SO_REUSEADDR, &um, sizeof um);
+    }
+    if (!BindInternal({}, std::nullopt)) return;
     if (::listen(socketHandle_, 5) != 0) Levanta(NumeroWinsock(errno), Fonte("Listen"));
     state_ = sckListening;
     mod_.ReativaLeitura(socketHandle_);

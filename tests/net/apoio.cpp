@@ -29,12 +29,17 @@ int ContaDescritores() {
     return n;
 }
 
-Par Conecta(modSocketMaster& mod) {
+Par Escuta(modSocketMaster& mod) {
     Par p{CSocketMaster::Cria(mod), CSocketMaster::Cria(mod), CSocketMaster::Cria(mod)};
     p.escuta->Eventos.ConnectionRequest = [s = p.servidor.get()](std::int32_t id) {
         s->Accept(id);
     };
     p.escuta->Listen();
+    return p;
+}
+
+Par Conecta(modSocketMaster& mod) {
+    Par p = Escuta(mod);
     p.cliente->Connect("127.0.0.1", p.escuta->LocalPort());
     EXPECT_TRUE(EsperaAte(
         [&] { return p.cliente->State() == sckConnected && p.servidor->State() == sckConnected; }));

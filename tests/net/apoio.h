@@ -22,14 +22,25 @@ void Pausa(int ms);
 // Open descriptors of the process.
 int ContaDescritores();
 
-// A listener on an ephemeral loopback port that accepts every caller into a new object,
-// and a client connected to it.
+// A listener on an ephemeral loopback port that accepts its caller into `servidor`, and a
+// client: not yet connected (Escuta) or connected (Conecta).
 struct Par {
     std::shared_ptr<CSocketMaster> escuta;
     std::shared_ptr<CSocketMaster> servidor; // the accepted end
     std::shared_ptr<CSocketMaster> cliente;
 };
+Par Escuta(modSocketMaster& mod);
 Par Conecta(modSocketMaster& mod);
+
+// The error that an operation raises, as "number|text|source".
+template <class F> std::string Erro(F&& f) {
+    try {
+        f();
+    } catch (const ErroSocket& e) {
+        return std::to_string(e.Numero) + "|" + e.Descricao + "|" + e.Fonte;
+    }
+    return "nenhum";
+}
 
 // A web server on 127.0.0.1 and an ephemeral port. `Responde` is called once a request's
 // head has arrived; it writes the reply (now, or later by timers) on the socket.
