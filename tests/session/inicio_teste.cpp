@@ -52,7 +52,7 @@ TEST_F(Inicio, FecharConectadoEncerraASessaoEAbreODialogo) {
     EXPECT_TRUE(tela.perguntas.empty());
 }
 
-TEST(Programa, CaminhoSemBarraNoFim) {
+TEST_F(Inicio, CaminhoDoProgramaSemBarraNoFim) {
     EXPECT_EQ(CaminhoDoPrograma("/"), "");
     EXPECT_EQ(CaminhoDoPrograma("/opt/velmora/"), "/opt/velmora");
     EXPECT_EQ(CaminhoDoPrograma("/opt/velmora"), "/opt/velmora");
