@@ -368,6 +368,7 @@ void Contexto::PlayGame() {
 
         if (Game.Conectado) {
             ganchos->HandshakeInicio();
+            if (StartInitGame) return; // the handshake gave way to a new dialog
         } else if ((Game.Tipo == "HC" || Game.Tipo == "HH") && !RetomaHistorico) {
             const int s = Game.Comeca == 2 ? 2 : 1;
             if (Game.Tipo == "HC" && s == 2) painel.Label27.Texto = Jogador[2].Nome + " irá iniciar";

@@ -177,6 +177,9 @@ uint8_t Motor::PensaJogada() {
     const int v = Aprofunda(ctx.Atual, budget);
     painel.Ocupado = false;
     MostraEstatisticas(v);
+    // A handler that ran between iterations ended the game (a new game, a restart): the
+    // move found belongs to a board that is gone.
+    if (ctx.Game.Fim) return 0;
 
     if (v == -10000) {
         painel.lbMsg.Texto = "CPU Perdeu.";
