@@ -17,6 +17,7 @@
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace velmora::ui {
@@ -171,8 +172,19 @@ FrmNewGame::FrmNewGame(const AmbienteUi& ambiente, Configuracao& opcoes,
     }
     Image1_Click(static_cast<int>(NumeroTolerante(LeMemoria(amb_.reg, "OPTJ"), 1, 5)));
     Torneio(false);
+    // The level DF goes through Label23's click, with its sound, once the dialog shows.
     const int df = static_cast<int>(NumeroTolerante(LeMemoria(amb_.reg, "DF")));
-    Label23_Click(df >= 1 && df <= 5 ? df : 3);
+    nivel_ = df >= 1 && df <= 5 ? df : 3;
+    for (int i = 1; i <= 5; ++i) Label23[i]->DefineDestaque(i == nivel_);
+}
+
+void FrmNewGame::showEvent(QShowEvent* e) {
+    QDialog::showEvent(e);
+    if (aberto_) return;
+    aberto_ = true;
+    QTimer::singleShot(0, this, [this] {
+        if (nivel_ >= 1 && nivel_ <= 5) Label23_Click(nivel_);
+    });
 }
 
 QWidget* FrmNewGame::GrupoDeRegras(std::array<QRadioButton*, 5>& opcoes, QWidget* pai) {

@@ -110,6 +110,7 @@ class FrmNewGame : public QDialog {
 
   protected:
     void keyPressEvent(QKeyEvent*) override;
+    void showEvent(QShowEvent*) override;
     bool eventFilter(QObject* objeto, QEvent* evento) override;
     void reject() override;
 
@@ -133,6 +134,7 @@ class FrmNewGame : public QDialog {
     velmora::FrmNewGame& sessao_;
     SaidaDialogo saida_ = SaidaDialogo::Cancelar;
     bool fechado_ = false;
+    bool aberto_ = false;
     int aba_ = 1;
     int nivel_ = 3;
 };

@@ -153,13 +153,30 @@ void JanelaTabuleiro::Monta() {
     Label27->hide();
 
     const int yBaixo = YTab + 8 * Lado + 6;
-    lbMsg = Rotulo_(palco_, "lbMsg", QRect(XTab, yBaixo, 300, 24), 15, true);
+    lbMsg = Rotulo_(palco_, "lbMsg", QRect(XTab, yBaixo, 8 * Lado, 26), 16, true);
     lbMsg->setStyleSheet("QLabel { color: #8B1A1A; }");
-    lbSide = Rotulo_(palco_, "lbSide", QRect(XTab + 306, yBaixo + 6, 12, 12));
-    lbYMM = Rotulo_(palco_, "lbYMM", QRect(XTab + 322, yBaixo, 96, 24), 12);
-    lbMoves = Rotulo_(palco_, "lbMoves", QRect(XTab + 418, yBaixo, 94, 24), 12, true);
-    lbRelatorio = Rotulo_(palco_, "lbRelatorio", QRect(XTab, yBaixo + 24, 8 * Lado, 18), 11);
-    lbRelatorio->setStyleSheet("QLabel { color: #505050; }");
+
+    // the computer's report of its turn
+    relatorio_ = new QWidget(palco_);
+    relatorio_->setObjectName("relatorio");
+    relatorio_->setGeometry(XDir, YTab + 252, LDir, 100);
+    relatorio_->setStyleSheet("QWidget#relatorio { background: #F2EEDF; border: 1px solid "
+                              "#D3CCB4; border-radius: 6px; }");
+    lbSide = Rotulo_(relatorio_, "lbSide", QRect(10, 11, 12, 12));
+    lbYMM = Rotulo_(relatorio_, "lbYMM", QRect(28, 4, 120, 26), 13, true);
+    lbMoves = Rotulo_(relatorio_, "lbMoves", QRect(148, 4, 84, 26), 13, true,
+                      Qt::AlignRight | Qt::AlignVCenter);
+    const std::array<std::pair<const char*, const char*>, 4> campos = {{{"lbValue", "Valor:"},
+                                                                        {"lbPly", "Profundidade:"},
+                                                                        {"lbCutoff", "Cortes:"},
+                                                                        {"lbPosns", "Posições:"}}};
+    for (std::size_t i = 0; i < campos.size(); ++i) {
+        const int x = i % 2 == 0 ? 10 : 122, y = i < 2 ? 36 : 64;
+        Rotulo_(relatorio_, QString("rotulo_") + campos[i].first, QRect(x, y, 108, 13), 10)
+            ->setText(campos[i].second);
+        relatorioCampos_[i] =
+            Rotulo_(relatorio_, campos[i].first, QRect(x, y + 13, 108, 15), 12, true);
+    }
 
     // the players' panel: the opponent at the top, the local player at the bottom
     auto cartao = [this](int lado, int y) {
@@ -234,18 +251,17 @@ void JanelaTabuleiro::Monta() {
     Text4 = new QTextEdit(palco_);
     Text4->setObjectName("Text4");
     Text4->setReadOnly(true);
-    Text4->setGeometry(XDir, YTab + 150, LDir, 140);
+
     Text3 = new QLineEdit(palco_);
     Text3->setObjectName("Text3");
-    Text3->setGeometry(XDir, YTab + 294, LDir - 70, 26);
+
     Text3->installEventFilter(this);
     Label25 = new Rotulo("Enviar", palco_);
     Label25->setObjectName("Label25");
-    Label25->setGeometry(XDir + LDir - 66, YTab + 294, 66, 26);
+
     connect(Label25, &Rotulo::clicado, this, &JanelaTabuleiro::Label25_Click);
 
     // the buttons
-    y = YTab + 212;
     Label6 = new Rotulo("Novo jogo", palco_);
     Label7 = new Rotulo("Reiniciar", palco_);
     Label22 = new Rotulo("Entregar partida", palco_);
@@ -258,11 +274,7 @@ void JanelaTabuleiro::Monta() {
                            {Label26, "Label26"}})
         r->setObjectName(nome);
     Label6->DefineDestaque(true);
-    Label6->setGeometry(XDir, y, LDir / 2 - 3, 30);
-    Label7->setGeometry(XDir + LDir / 2 + 3, y, LDir / 2 - 3, 30);
-    Label22->setGeometry(XDir, y + 36, LDir / 2 - 3, 30);
-    Label24->setGeometry(XDir + LDir / 2 + 3, y + 36, LDir / 2 - 3, 30);
-    Label26->setGeometry(XDir, y + 72, LDir, 30);
+    PosicionaControles(false);
     connect(Label6, &Rotulo::clicado, this, [this] { f_.Label6_Click(); });
     connect(Label7, &Rotulo::clicado, this, [this] { f_.Label7_Click(); });
     connect(Label22, &Rotulo::clicado, this, [this] { f_.Label22_Click(); });
@@ -326,6 +338,27 @@ void JanelaTabuleiro::paintEvent(QPaintEvent*) {
 
 // ---------------------------------------------------------------- drawing the state
 
+void JanelaTabuleiro::PosicionaControles(bool conectado) {
+    if (posicionado_ && conectado == layoutConectado_) return;
+    posicionado_ = true;
+    layoutConectado_ = conectado;
+    const int meio = LDir / 2 - 3, direita = XDir + LDir / 2 + 3;
+    if (!conectado) {
+        Label6->setGeometry(XDir, YTab + 212, meio, 30);
+        Label7->setGeometry(direita, YTab + 212, meio, 30);
+    } else {
+        Label6->setGeometry(XDir, YTab + 154, meio, 30);
+        Label7->setGeometry(direita, YTab + 154, meio, 30);
+    }
+    Label22->setGeometry(XDir, YTab + 190, meio, 30);
+    Label24->setGeometry(direita, YTab + 190, meio, 30);
+    Label26->setGeometry(XDir, YTab + 226, LDir, 30);
+    Text4->setGeometry(XDir, YTab + 262, LDir, 80);
+    Text3->setGeometry(XDir, YTab + 346, LDir - 70, 26);
+    Label25->setGeometry(XDir + LDir - 66, YTab + 346, 66, 26);
+    relatorio_->setVisible(!conectado);
+}
+
 void JanelaTabuleiro::Sincroniza(QLabel* r, const Controle& c) {
     const QString t = QString::fromStdString(c.Texto);
     if (r->text() != t) r->setText(t);
@@ -354,10 +387,10 @@ void JanelaTabuleiro::Atualiza() {
     lbMoves->setStyleSheet(QString("QLabel { color: %1; }").arg(CorDe(p.lbMoves.Cor).name()));
     lbSide->setStyleSheet(
         QString("QLabel { background: %1; border-radius: 6px; }").arg(CorDe(p.lbSide.Cor).name()));
-    QStringList relatorio;
-    for (const Controle* c : {&p.lbValue, &p.lbPly, &p.lbCutoff, &p.lbPosns})
-        if (!c->Texto.empty()) relatorio << QString::fromStdString(c->Texto);
-    lbRelatorio->setText(relatorio.join("   "));
+    const std::array<const Controle*, 4> relatorio = {&p.lbValue, &p.lbPly, &p.lbCutoff,
+                                                      &p.lbPosns};
+    for (std::size_t i = 0; i < relatorio.size(); ++i)
+        relatorioCampos_[i]->setText(QString::fromStdString(relatorio[i]->Texto));
 
     Sincroniza(Label2, p.Label2);
     Sincroniza(Label3, p.Label3);
@@ -408,7 +441,8 @@ void JanelaTabuleiro::Atualiza() {
                                              : "Regra: " + QString::fromStdString(m.Label20.Texto));
     Label20->setVisible(m.Label20.Visivel);
 
-    // the chat
+    // the chat, where the history and the report stand off-line
+    PosicionaControles(ctx_.Game.Conectado);
     Text4->setVisible(m.Text4.Visivel);
     Text3->setVisible(m.Text3.Visivel);
     Label25->setVisible(m.Text3.Visivel);
@@ -566,7 +600,7 @@ bool JanelaTabuleiro::event(QEvent* e) {
     // A display without a window manager may never make the window active: a shown window
     // counts as activated a moment later.
     if (e->type() == QEvent::Show && !ativado_)
-        QTimer::singleShot(300, this, [this] { PrimeiraAtivacao(); });
+        QTimer::singleShot(0, this, [this] { PrimeiraAtivacao(); });
     return QWidget::event(e);
 }
 

@@ -121,6 +121,8 @@ class JanelaTabuleiro : public QWidget {
   private:
     void Monta();
     void PrimeiraAtivacao();
+    // The off-line or the on-line places of the buttons and the chat.
+    void PosicionaControles(bool conectado);
     void Sincroniza(QLabel* r, const Controle& c);
     void Sincroniza(Rotulo* r, const Controle& c);
 
@@ -139,7 +141,10 @@ class JanelaTabuleiro : public QWidget {
     QLabel* lbYMM;
     QLabel* lbMoves;
     QLabel* lbSide;
-    QLabel* lbRelatorio; // lbValue, lbPly, lbCutoff, lbPosns
+    QWidget* relatorio_;
+    std::array<QLabel*, 4> relatorioCampos_{}; // lbValue, lbPly, lbCutoff, lbPosns
+    bool layoutConectado_ = false;
+    bool posicionado_ = false;
     std::array<QLabel*, 3> LbNome{};
     std::array<QLabel*, 3> lbnivel{};
     std::array<QLabel*, 3> LbPT{};

@@ -63,6 +63,10 @@ int main(int argc, char** argv) {
     velmora::ace::PreparaCaptura(tela);
 
     splash.Form_Load();
+#ifdef VELMORA_COM_SOM
+    // the sound device opens while the splash is up, not when the first click plays
+    tocador.Disponivel();
+#endif
     const int saida = QApplication::exec();
     tela.Libera();
     return saida;

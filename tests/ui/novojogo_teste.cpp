@@ -31,6 +31,7 @@ class NovoJogo : public ComPastas {
             AmbienteUi{*reg, caixas, [this](const std::string& s) { sons.push_back(s); }, {}, {}});
         auto d = std::make_unique<FrmNewGame>(*amb, opcoes, *sessao);
         d->show();
+        QCoreApplication::processEvents(); // the opening's level click
         return d;
     }
     std::string Memoria(const char* nome) { return LeOpcao(*NovoRegistro(), nome, "<nada>"); }

@@ -43,7 +43,7 @@ TEST_F(Tabuleiro, ClicksOnTheSquaresPlayAMoveAndRefuseAnIllegalOne) {
             EXPECT_TRUE(Ctx().painel.Marcadas[55]);
             Clica(55);
         },
-        [this, &msgs] {
+        [this] {
             // side 2 to move: a man of side 1 is no move of theirs
             EXPECT_EQ(Ctx().painel.imgpd[55], 1);
             EXPECT_EQ(Ctx().painel.imgpd[64], 0);
