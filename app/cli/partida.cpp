@@ -247,8 +247,14 @@ int ComandoPartida(const Argumentos& args) {
     valores.CaminhoApp = CaminhoDoPrograma(QCoreApplication::applicationDirPath().toStdString());
     Form1 form(tela, relogio, valores);
     Quadro quadro(form.ctx);
+    bool emJogo = false;
     form.AoProcessarEventos = [&] {
         quadro.Mostra();
+        if (cc && !form.Encerrado()) {
+            // Two computers play one game: nobody is there to end the session.
+            if (!form.ctx.Game.Fim) emJogo = true;
+            else if (emJogo) return form.EncerraPrograma();
+        }
         if (form.Encerrado() || !form.ctx.EsperaClique() || form.ctx.Game.Fim) return;
         if (entrada.Fim()) {
             form.EncerraPrograma(); // nothing more to play
@@ -279,6 +285,10 @@ int ComandoPartida(const Argumentos& args) {
     const auto& j = form.ctx.Jogador;
     std::printf("Placar: %s %d x %d %s\n", j[1].Nome.c_str(), j[1].Vitorias, j[2].Vitorias,
                 j[2].Nome.c_str());
+    if (cc) {
+        if (j[1].Vitorias == j[2].Vitorias) std::printf("Resultado: empate\n");
+        else std::printf("Vencedor: %s\n", j[j[1].Vitorias > j[2].Vitorias ? 1 : 2].Nome.c_str());
+    }
     return 0;
 }
 
