@@ -21,6 +21,7 @@ FrmSobre::FrmSobre(const QString& versao, QWidget* pai) : QDialog(pai) {
                              "A procura de atualizações não está disponível nesta versão.",
                              this);
     texto->setWordWrap(true);
+    texto->setFixedWidth(340);
     auto* ok = new QPushButton("OK", this);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
     auto* coluna = new QVBoxLayout(this);
@@ -28,7 +29,7 @@ FrmSobre::FrmSobre(const QString& versao, QWidget* pai) : QDialog(pai) {
     coluna->addWidget(versaoRotulo);
     coluna->addWidget(texto);
     coluna->addWidget(ok, 0, Qt::AlignRight);
-    setFixedWidth(380);
+    coluna->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 } // namespace velmora::ui

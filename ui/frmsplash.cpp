@@ -42,7 +42,7 @@ void FrmSplash::paintEvent(QPaintEvent*) {
     p.drawRect(QRectF(origem.x(), origem.y(), 4 * l, 4 * l));
 
     QFont f = font();
-    f.setPixelSize(38);
+    f.setPixelSize(30);
     f.setBold(true);
     p.setFont(f);
     p.setPen(Qt::white);

@@ -172,7 +172,10 @@ void TelaQt::DescarregaFormularios() {
 }
 
 void TelaQt::EncerraPrograma() {
-    QCoreApplication::exit(0);
+    if (aoEncerrar)
+        aoEncerrar();
+    else
+        QCoreApplication::exit(0);
 }
 
 void TelaQt::MostraSobre(QWidget* pai) {

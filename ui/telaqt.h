@@ -35,6 +35,8 @@ class TelaQt : public Tela {
     const AmbienteUi* Ambiente() const { return amb_.get(); }
     // Runs once each new game dialog is on the screen (screenshots, scripted runs).
     std::function<void(FrmNewGame&)> aoMostrarNovoJogo;
+    // Ends the process's event loop; a test puts something harmless in its place.
+    std::function<void()> aoEncerrar;
     // Runs once the board window is on the screen.
     std::function<void(JanelaTabuleiro&)> aoMostrarJanela;
 

@@ -59,6 +59,7 @@ void ComForm1::SetUp() {
                                     [this](const QUrl& u) { enderecos.push_back(u); });
     ValoresDoPrograma valores;
     valores.CaminhoApp = pasta.path().toStdString();
+    tela->aoEncerrar = [this] { encerrou = true; };
     form1 = std::make_unique<Form1>(*tela, relogio, valores);
     tela->Liga(*form1);
     // the tests that want the first dialog open it themselves

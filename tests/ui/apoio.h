@@ -75,6 +75,7 @@ class ComForm1 : public ComPastas {
 
     TocadorGravador tocador;
     RelogioSimulado relogio;
+    bool encerrou = false;
     std::unique_ptr<TelaQt> tela;
     std::unique_ptr<Form1> form1;
     std::deque<std::function<void()>> passos_;

@@ -3,11 +3,15 @@
 #include "apoio.h"
 
 #include "core/tabuleiro.h"
+#include "store/configuracao.h"
 #include "store/recordes.h"
+#include "ui/frmopcoes.h"
 #include "ui/frmrecordes.h"
 #include "ui/vistatabuleiro.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
@@ -64,6 +68,58 @@ TEST_F(Tabuleiro, ClicksOnTheSquaresPlayAMoveAndRefuseAnIllegalOne) {
     EXPECT_EQ(Janela().Texto("LbNome_1"), "Ana");
     EXPECT_EQ(Janela().Texto("LbNome_2"), "Rui");
     EXPECT_EQ(Janela().Texto("Label2"), "12");
+}
+
+TEST_F(Tabuleiro, TheHistoryButtonsTakeBackAndGoForward) {
+    auto historico = [this](int i) {
+        QTest::mouseClick(Janela().Controle_(QString("Image6_%1").arg(i)), Qt::LeftButton);
+    };
+    AoEsperarClique({
+        [this] { Clica(62); }, // one landing square: played at once
+        [this, historico] {
+            EXPECT_EQ(Janela().Texto("Label10"), "2/2");
+            historico(1);
+        },
+        [this, historico] {
+            EXPECT_EQ(Janela().Texto("Label10"), "1/2");
+            EXPECT_EQ(Ctx().painel.imgpd[62], 1);
+            EXPECT_EQ(Ctx().painel.imgpd[53], 0);
+            historico(2);
+        },
+        [this] {
+            EXPECT_EQ(Janela().Texto("Label10"), "2/2");
+            EXPECT_EQ(Ctx().painel.imgpd[53], 1);
+            EXPECT_FALSE(Ctx().Game.Voltou);
+            Ctx().Game.Fim = true;
+        },
+    });
+    JogoDeDois();
+    // each browse leaves the running turn, and the session starts the loop again
+    for (int i = 0; i < 200 && !passos_.empty(); ++i) QTest::qWait(10);
+    EXPECT_TRUE(passos_.empty());
+}
+
+TEST_F(Tabuleiro, OptionsChangedInTheDialogAreWrittenWhenTheWindowCloses) {
+    bool visto = false;
+    QTimer::singleShot(0, [&] {
+        auto* opc = qobject_cast<FrmOpc*>(QApplication::activeModalWidget());
+        ASSERT_NE(opc, nullptr);
+        visto = true;
+        opc->Check2->setChecked(false);
+        opc->HScroll1->setValue(3);
+        opc->Confirma();
+    });
+    QTest::mouseClick(Janela().Controle_("Image13"), Qt::LeftButton);
+    ASSERT_TRUE(visto);
+    EXPECT_FALSE(form1->config.TocarSom);
+    EXPECT_EQ(Ctx().Velocit, 5);
+
+    caixas.respostas = {true};
+    QTest::mouseClick(Janela().Controle_("ImgCT_3"), Qt::LeftButton);
+    EXPECT_TRUE(encerrou);
+    const Configuracao lida = GetConfig(*NovoRegistro());
+    EXPECT_FALSE(lida.TocarSom);
+    EXPECT_EQ(lida.Velocit, 5);
 }
 
 TEST_F(Tabuleiro, TwoCaptureRoutesSharingALandingAskForMoreUntilTheThirdClick) {
