@@ -22,7 +22,9 @@ namespace velmora::ui::teste {
 
 // ---------------------------------------------------------------- FrmMSGBOX
 
-TEST(FrmMSGBOX, SilenceRefusesAfterElevenTicksHavingShownZero) {
+class CaixaTemporizada : public ComPastas {};
+
+TEST_F(CaixaTemporizada, SilenceRefusesAfterElevenTicksHavingShownZero) {
     FrmMSGBOX caixa("Aceita empate?", nullptr, 0);
     caixa.show();
     EXPECT_EQ(caixa.TextoLabel2(), "10 segundos");
@@ -35,7 +37,7 @@ TEST(FrmMSGBOX, SilenceRefusesAfterElevenTicksHavingShownZero) {
     EXPECT_EQ(caixa.result(), QDialog::Rejected);
 }
 
-TEST(FrmMSGBOX, ModalQuestionAnswersYesOnlyThroughSim) {
+TEST_F(CaixaTemporizada, ModalQuestionAnswersYesOnlyThroughSim) {
     // the box is modal: the clicks come from inside its own loop
     QTimer::singleShot(0, [] {
         auto* caixa = qobject_cast<FrmMSGBOX*>(QApplication::activeModalWidget());
@@ -52,7 +54,7 @@ TEST(FrmMSGBOX, ModalQuestionAnswersYesOnlyThroughSim) {
     EXPECT_FALSE(FrmMSGBOX::Pergunta(nullptr, "Aceita empate?", 0));
 }
 
-TEST(FrmMSGBOX, RealTimerCountsDown) {
+TEST_F(CaixaTemporizada, RealTimerCountsDown) {
     FrmMSGBOX caixa("Aceita empate?", nullptr, 5);
     caixa.show();
     QTRY_VERIFY_WITH_TIMEOUT(!caixa.isVisible(), 2000);
@@ -61,14 +63,16 @@ TEST(FrmMSGBOX, RealTimerCountsDown) {
 
 // ---------------------------------------------------------------- FiltraPalavroes
 
-TEST(FiltraPalavroes, WholeWordsInLowerOrUpperCaseBecomeStars) {
+class Filtro : public ComPastas {};
+
+TEST_F(Filtro, WholeWordsInLowerOrUpperCaseBecomeStars) {
     EXPECT_EQ(FiltraPalavroes("PORRA merda bosta"), "***** ***** *****");
     EXPECT_EQ(FiltraPalavroes("  que merda  "), "que *****");
     EXPECT_EQ(FiltraPalavroes("cu cu cu"), "** ** **");
     EXPECT_EQ(FiltraPalavroes("CÚ"), "**");
 }
 
-TEST(FiltraPalavroes, WhatTheListDoesNotCatchPasses) {
+TEST_F(Filtro, WhatTheListDoesNotCatchPasses) {
     EXPECT_EQ(FiltraPalavroes("   "), "");
     EXPECT_EQ(FiltraPalavroes("merda!"), "merda!");
     EXPECT_EQ(FiltraPalavroes("Merda"), "Merda");
