@@ -338,6 +338,11 @@ void JanelaTabuleiro::paintEvent(QPaintEvent*) {
 
 // ---------------------------------------------------------------- drawing the state
 
+void JanelaTabuleiro::Estilo(QWidget* w, const QString& estilo) {
+    // a style sheet set again costs a new polish of the widget: only changes are applied
+    if (w->styleSheet() != estilo) w->setStyleSheet(estilo);
+}
+
 void JanelaTabuleiro::PosicionaControles(bool conectado) {
     if (posicionado_ && conectado == layoutConectado_) return;
     posicionado_ = true;
@@ -384,8 +389,9 @@ void JanelaTabuleiro::Atualiza() {
     lbMsg->setText(QString::fromStdString(p.lbMsg.Texto));
     lbYMM->setText(QString::fromStdString(p.lbYMM.Texto));
     lbMoves->setText(QString::fromStdString(p.lbMoves.Texto));
-    lbMoves->setStyleSheet(QString("QLabel { color: %1; }").arg(CorDe(p.lbMoves.Cor).name()));
-    lbSide->setStyleSheet(
+    Estilo(lbMoves, QString("QLabel { color: %1; }").arg(CorDe(p.lbMoves.Cor).name()));
+    Estilo(
+        lbSide,
         QString("QLabel { background: %1; border-radius: 6px; }").arg(CorDe(p.lbSide.Cor).name()));
     const std::array<const Controle*, 4> relatorio = {&p.lbValue, &p.lbPly, &p.lbCutoff,
                                                       &p.lbPosns};
@@ -407,10 +413,13 @@ void JanelaTabuleiro::Atualiza() {
     Sincroniza(Label24, p.Label24);
     Sincroniza(Label26, p.Label26);
     Image7->setEnabled(p.Image7.Habilitado);
-    if (p.Ocupado)
-        setCursor(Qt::BusyCursor);
-    else
-        unsetCursor();
+    if (p.Ocupado != ocupado_) {
+        ocupado_ = p.Ocupado;
+        if (ocupado_)
+            setCursor(Qt::BusyCursor);
+        else
+            unsetCursor();
+    }
 
     // the players' panel
     for (std::size_t i = 1; i <= 2; ++i) {
@@ -450,8 +459,7 @@ void JanelaTabuleiro::Atualiza() {
         Text4->setPlainText(QString::fromStdString(m.Text4.Texto));
         Text4->moveCursor(QTextCursor::End);
     }
-    Text4->setStyleSheet(m.Text4.Cor == cor::VermelhoEscuro ? "QTextEdit { color: #800000; }"
-                                                            : QString());
+    Estilo(Text4, m.Text4.Cor == cor::VermelhoEscuro ? "QTextEdit { color: #800000; }" : "");
     if (m.Foco == "Text3" && Text3->isVisible() && !Text3->hasFocus()) Text3->setFocus();
 }
 

@@ -121,6 +121,7 @@ class JanelaTabuleiro : public QWidget {
   private:
     void Monta();
     void PrimeiraAtivacao();
+    static void Estilo(QWidget* w, const QString& estilo);
     // The off-line or the on-line places of the buttons and the chat.
     void PosicionaControles(bool conectado);
     void Sincroniza(QLabel* r, const Controle& c);
@@ -145,6 +146,7 @@ class JanelaTabuleiro : public QWidget {
     std::array<QLabel*, 4> relatorioCampos_{}; // lbValue, lbPly, lbCutoff, lbPosns
     bool layoutConectado_ = false;
     bool posicionado_ = false;
+    bool ocupado_ = false;
     std::array<QLabel*, 3> LbNome{};
     std::array<QLabel*, 3> lbnivel{};
     std::array<QLabel*, 3> LbPT{};
