@@ -7,6 +7,7 @@
 #include "ui/filtrapalavroes.h"
 #include "ui/frmopcoes.h"
 #include "ui/frmrecordes.h"
+#include "ui/frmsobre.h"
 #include "ui/vistatabuleiro.h"
 
 #include <QApplication>
@@ -308,7 +309,14 @@ void JanelaTabuleiro::Monta() {
     connect(Image12, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image12_Click);
     connect(Image13, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image13_Click);
     connect(Image4, &BotaoIcone::clicado, this, [this] {
-        if (abreSobre) abreSobre(this);
+        if (!ctx_.Game.Conectado) {
+            if (abreSobre) abreSobre(this);
+            return;
+        }
+        // a connected game goes on while the box is open
+        auto sobre = std::make_unique<FrmSobre>(VersaoPrograma, this);
+        sobre->setAttribute(Qt::WA_DeleteOnClose);
+        sobre.release()->show(); // its parent, this window, owns it until it closes
     });
     connect(Image14, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image14_Click);
     connect(Image15, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image15_Click);
