@@ -106,6 +106,11 @@ JanelaTabuleiro::JanelaTabuleiro(Form1& form1, const AmbienteUi& ambiente, QWidg
     resize(LarguraPalco, AlturaPalco);
     Monta();
     Atualiza();
+    // Some changes of the view-model come without a call to repaint (a text set just before
+    // a wait): the window looks again ten times a second.
+    atualizador_.setInterval(100);
+    connect(&atualizador_, &QTimer::timeout, this, &JanelaTabuleiro::Atualiza);
+    atualizador_.start();
 }
 
 JanelaTabuleiro::~JanelaTabuleiro() = default;

@@ -180,6 +180,7 @@ class JanelaTabuleiro : public QWidget {
     QLineEdit* Text3;
     Rotulo* Label25;
     QWidget* historico_;
+    QTimer atualizador_;
 };
 
 } // namespace velmora::ui

@@ -5,6 +5,8 @@
 #include "core/tabuleiro.h"
 #include "store/configuracao.h"
 #include "store/recordes.h"
+#include "ui/barratitulo.h"
+#include "ui/frmnewgame.h"
 #include "ui/frmopcoes.h"
 #include "ui/frmrecordes.h"
 #include "ui/vistatabuleiro.h"
@@ -120,6 +122,44 @@ TEST_F(Tabuleiro, OptionsChangedInTheDialogAreWrittenWhenTheWindowCloses) {
     const Configuracao lida = GetConfig(*NovoRegistro());
     EXPECT_FALSE(lida.TocarSom);
     EXPECT_EQ(lida.Velocit, 5);
+}
+
+TEST_F(Tabuleiro, TheComputersReplyIsDrawnAndItsReportShown) {
+    relogio.porEvento = 0.1; // the search's budget runs out after a few pumps
+    AoEsperarClique({[this] {
+        QTest::qWait(150); // "Your move" is set just before the wait, without a repaint
+        EXPECT_EQ(Janela().Texto("Label10"), "2/2");
+        EXPECT_EQ(Janela().Texto("lbYMM"), "Your move");
+        EXPECT_FALSE(Janela().Texto("lbPly").isEmpty());
+        EXPECT_EQ(Janela().Texto("LbVez"), "Sua vez");
+        EXPECT_EQ(Janela().Texto("lbnivel_2"), "(Iniciante)");
+        int lado2 = 0;
+        for (int casa = 12; casa <= 89; ++casa) lado2 += Ctx().painel.imgpd[casa] == 2;
+        EXPECT_EQ(lado2, 12);
+        EXPECT_EQ(Ctx().painel.imgpd[13] + Ctx().painel.imgpd[15] + Ctx().painel.imgpd[17] +
+                      Ctx().painel.imgpd[19],
+                  8); // the back row stands; a man of the front rows moved
+        Ctx().Game.Fim = true;
+    }});
+    PartidaSemTela p;
+    p.Modo = 1;
+    p.Tipo = "HC";
+    p.Comeca = 2;
+    p.Nivel2 = 1;
+    form1->InicioSemTela(p);
+}
+
+TEST_F(Tabuleiro, SairInTheFirstDialogEndsWithoutWritingTheOptions) {
+    form1->config.TocarMusica = true; // as if changed in the dialog's options
+    tela->aoMostrarNovoJogo = [](FrmNewGame& d) {
+        EXPECT_EQ(d.Label2->Texto(), "Sair");
+        d.Label2_Click();
+    };
+    Janela().aoPrimeiraAtivacao = [this] { form1->Form_Activate(); };
+    QTest::qWait(50);
+    EXPECT_TRUE(encerrou);
+    EXPECT_EQ(LeOpcao(*NovoRegistro(), "TocarMusica", "<nada>"), "<nada>");
+    EXPECT_EQ(LeOpcao(*NovoRegistro(), "TxtHC", "<nada>"), "<nada>");
 }
 
 TEST_F(Tabuleiro, TwoCaptureRoutesSharingALandingAskForMoreUntilTheThirdClick) {
