@@ -229,8 +229,10 @@ void JanelaTabuleiro::Monta() {
     Label12 = Rotulo_(palco_, "Label12", QRect(XDir + 150, y, 90, 20), 14, true,
                       Qt::AlignRight | Qt::AlignVCenter);
     y += 22;
-    Label20 = Rotulo_(palco_, "Label20", QRect(XDir, y, LDir, 20), 12);
-    Label20->setStyleSheet("QLabel { color: #5A4A2A; }");
+    rotuloRegra_ = Rotulo_(palco_, "rotuloRegra", QRect(XDir, y, 44, 20), 12);
+    rotuloRegra_->setText("Regra:");
+    Label20 = Rotulo_(palco_, "Label20", QRect(XDir + 44, y, LDir - 44, 20), 12);
+    for (QLabel* l : {rotuloRegra_, Label20}) l->setStyleSheet("QLabel { color: #5A4A2A; }");
     y += 24;
     historico_ = new QWidget(palco_);
     historico_->setObjectName("historico");
@@ -459,9 +461,8 @@ void JanelaTabuleiro::Atualiza() {
     rotuloVitorias[1]->setVisible(m.LbPT1.Visivel);
     rotuloVitorias[2]->setVisible(m.LbPT2.Visivel);
     Sincroniza(LbVez, m.LbVez);
-    Label20->setText(m.Label20.Texto.empty() ? QString()
-                                             : "Regra: " + QString::fromStdString(m.Label20.Texto));
-    Label20->setVisible(m.Label20.Visivel);
+    Sincroniza(Label20, m.Label20);
+    rotuloRegra_->setVisible(m.Label20.Visivel && !m.Label20.Texto.empty());
 
     // the chat, where the history and the report stand off-line
     PosicionaControles(ctx_.Game.Conectado);

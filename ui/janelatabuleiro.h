@@ -5,7 +5,6 @@
 // session's handlers, which decide what they mean.
 #include "session/form1.h"
 
-#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 #include <array>
@@ -161,6 +160,7 @@ class JanelaTabuleiro : public QWidget {
     QLabel* Label18;
     QLabel* Label12;
     QLabel* Label20;
+    QLabel* rotuloRegra_;
     QLabel* Label10;
     std::array<BotaoIcone*, 4> Image6{};
     Rotulo* Label6;

@@ -261,7 +261,7 @@ TEST_F(NovoJogoNaSessao, JogarOnTheSecondTabStartsAGameOfTwoWithTheTypedNames) {
         EXPECT_EQ(Janela().Texto("LbNome_1"), "Lia");
         EXPECT_EQ(Janela().Texto("LbNome_2"), "Teo");
         EXPECT_EQ(Janela().Texto("Label18"), "Jogo iniciado");
-        EXPECT_EQ(Janela().Texto("Label20"), "Regra: Peão não captura para trás");
+        EXPECT_EQ(Janela().Texto("Label20"), "Peão não captura para trás");
         Ctx().Game.Fim = true;
     }});
     Janela().Controle_("Label6")->setEnabled(true);
