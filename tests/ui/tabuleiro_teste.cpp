@@ -162,6 +162,16 @@ TEST_F(Tabuleiro, SairInTheFirstDialogEndsWithoutWritingTheOptions) {
     EXPECT_EQ(LeOpcao(*NovoRegistro(), "TxtHC", "<nada>"), "<nada>");
 }
 
+TEST_F(Tabuleiro, ClosingFromFullScreenLeavesItFirstAndEndsAMomentLater) {
+    QTest::mouseClick(Janela().Controle_("ImgCT_2"), Qt::LeftButton);
+    EXPECT_TRUE(Janela().TelaCheia());
+    caixas.respostas = {true};
+    QTest::mouseClick(Janela().Controle_("ImgCT_3"), Qt::LeftButton);
+    EXPECT_FALSE(Janela().TelaCheia());
+    EXPECT_FALSE(encerrou);
+    QTRY_VERIFY_WITH_TIMEOUT(encerrou, 2000);
+}
+
 TEST_F(Tabuleiro, TwoCaptureRoutesSharingALandingAskForMoreUntilTheThirdClick) {
     // a man of side 1 on 66 takes 55 and lands on 44; from there it may take 33 or 35
     const auto pos = PosicaoDoTexto(TextoDePosicao({{66, 1}, {55, 2}, {33, 2}, {35, 2}, {13, 2}}));
