@@ -3,6 +3,10 @@
 #include "core/casas.h"
 #include "core/fazjogada.h"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace velmora {
 
 namespace {
@@ -13,11 +17,15 @@ constexpr int ordemTodasInversa[] = {4, 4, 3, 2, 1};
 constexpr int frente1[] = {2, 1, 2};
 constexpr int frente2[] = {2, 4, 3};
 
-inline bool ParaFrente(int lado, int d) { return lado == 1 ? d <= 2 : d >= 3; }
+inline bool ParaFrente(int lado, int d) {
+    return lado == 1 ? d <= 2 : d >= 3;
+}
 
 } // namespace
 
-Gerador::Gerador() : ListaJogadas(std::make_unique<Jogada[]>(CAPACIDADE + 1)) { OrdemNatural(); }
+Gerador::Gerador() : ListaJogadas(std::make_unique<Jogada[]>(CAPACIDADE + 1)) {
+    OrdemNatural();
+}
 
 void Gerador::OrdemNatural() {
     OrdemPecas[0] = 0;
@@ -67,19 +75,26 @@ void Gerador::AnotaJogada(const Jogada& m) {
     ListaJogadas[++ProximaLivre] = m;
 }
 
-void Gerador::GeraPeca(const Posicao& p, int casa, int saltos, const Jogada& texto,
-                       int barrada) {
+void Gerador::GeraPeca(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
     switch (Regra) {
-    case 1: GeraRegra1(p, casa, saltos, texto, barrada); break;
-    case 2: GeraRegra2(p, casa, saltos, texto, barrada); break;
-    case 3: GeraRegra3(p, casa, saltos, texto, barrada); break;
-    case 4: GeraRegra4(p, casa, saltos, texto, barrada); break;
-    default: break;
+    case 1:
+        GeraRegra1(p, casa, saltos, texto, barrada);
+        break;
+    case 2:
+        GeraRegra2(p, casa, saltos, texto, barrada);
+        break;
+    case 3:
+        GeraRegra3(p, casa, saltos, texto, barrada);
+        break;
+    case 4:
+        GeraRegra4(p, casa, saltos, texto, barrada);
+        break;
+    default:
+        break;
     }
 }
 
-void Gerador::GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& texto,
-                         int barrada) {
+void Gerador::GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
     const bool dama = p.Casas[casa] & DAMA;
     if (!dama)
         return p.Vez == 1 ? GeraCurta<1, 1>(p, casa, saltos, texto, barrada)
@@ -91,35 +106,36 @@ void Gerador::GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& t
     GeraDama(p, casa, saltos, texto, barrada, ordem);
 }
 
-void Gerador::GeraRegra2(const Posicao& p, int casa, int saltos, const Jogada& texto,
-                         int barrada) {
+void Gerador::GeraRegra2(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
     if (!(p.Casas[casa] & DAMA))
         return p.Vez == 1 ? GeraCurta<2, 1>(p, casa, saltos, texto, barrada)
                           : GeraCurta<2, 2>(p, casa, saltos, texto, barrada);
     GeraDama(p, casa, saltos, texto, barrada, p.Vez == 1 ? ordemTodas : ordemTodasInversa);
 }
 
-void Gerador::GeraRegra3(const Posicao& p, int casa, int saltos, const Jogada& texto,
-                         int barrada) {
+void Gerador::GeraRegra3(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
     if (!(p.Casas[casa] & DAMA))
         return p.Vez == 1 ? GeraCurta<3, 1>(p, casa, saltos, texto, barrada)
                           : GeraCurta<3, 2>(p, casa, saltos, texto, barrada);
     GeraDama(p, casa, saltos, texto, barrada, p.Vez == 1 ? ordemTodas : ordemTodasInversa);
 }
 
-void Gerador::GeraRegra4(const Posicao& p, int casa, int saltos, const Jogada& texto,
-                         int barrada) {
-    if (p.Vez == 1) GeraCurta<4, 1>(p, casa, saltos, texto, barrada);
-    else GeraCurta<4, 2>(p, casa, saltos, texto, barrada);
+void Gerador::GeraRegra4(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+    if (p.Vez == 1)
+        GeraCurta<4, 1>(p, casa, saltos, texto, barrada);
+    else
+        GeraCurta<4, 2>(p, casa, saltos, texto, barrada);
 }
 
 // Where a jump of a short piece goes on: rule set 2 calls itself, rule set 3 finishes the
 // capture of a man under rule set 1 (backward jumps allowed after the first), the others go
 // through GeraPeca.
-void Gerador::Continua(const Posicao& copia, int casa, int saltos, const Jogada& texto,
-                       int barrada, int geradora) {
+void Gerador::Continua(const Posicao& copia, int casa, int saltos, const Jogada& texto, int barrada,
+                       int geradora) {
     switch (geradora) {
-    case 2: GeraRegra2(copia, casa, saltos, texto, barrada); break;
+    case 2:
+        GeraRegra2(copia, casa, saltos, texto, barrada);
+        break;
     case 3: {
         const int guardada = Regra;
         Regra = 1;
@@ -127,20 +143,23 @@ void Gerador::Continua(const Posicao& copia, int casa, int saltos, const Jogada&
         Regra = guardada;
         break;
     }
-    default: GeraPeca(copia, casa, saltos, texto, barrada); break;
+    default:
+        GeraPeca(copia, casa, saltos, texto, barrada);
+        break;
     }
 }
 
 // A man under every rule set, and a king under rule set 4: steps to the next square and
 // jumps a piece next to it.
 template <int Geradora, int Lado>
-void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& texto,
-                        int barrada) {
+void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
     constexpr uint8_t inimigo = BitDoLado(3 - Lado);
     const bool dama = p.Casas[casa] & DAMA;
     const int* ordem;
-    if (Geradora == 1 || dama) ordem = Lado == 1 ? ordemTodas : ordemTodasInversa;
-    else ordem = Lado == 1 ? frente1 : frente2;
+    if (Geradora == 1 || dama)
+        ordem = Lado == 1 ? ordemTodas : ordemTodasInversa;
+    else
+        ordem = Lado == 1 ? frente1 : frente2;
     const int direcoes = ordem[0];
 
     for (int i = 1; i <= direcoes; ++i) {
@@ -167,8 +186,8 @@ void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& te
 
 // A flying king: moves along a free diagonal and jumps a single piece at any distance,
 // landing on any free square behind it.
-void Gerador::GeraDama(const Posicao& p, int casa, int saltos, const Jogada& texto,
-                       int barrada, const int* ordem) {
+void Gerador::GeraDama(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada,
+                       const int* ordem) {
     const uint8_t proprio = BitDoLado(p.Vez);
     for (int i = 1; i <= ordem[0]; ++i) {
         const int d = ordem[i];
@@ -198,13 +217,184 @@ void Gerador::GeraDama(const Posicao& p, int casa, int saltos, const Jogada& tex
     if (texto.tam) AnotaJogada(texto);
 }
 
+namespace {
+
+// True when a flying king on s finds, along step d past free squares, a piece that is
+// neither its own nor the border with a free square behind it.
+inline bool SaltaLonge(const std::array<uint8_t, 101>& C, int s, int d, uint8_t proprio) {
+    int w = s + d;
+    while (C[w] == 0) w += d;
+    return !(C[w] & (BORDA | proprio)) && C[w + d] == 0;
+}
+
+// One bit per mailbox square 0..95: every square a piece can see from the board lies there,
+// and the squares past it are border, which these masks leave clear.
+using Mascara = unsigned __int128;
+
+// Moves the bit of square s + d to square s.
+template <int d> inline Mascara Ve(Mascara m) {
+    if constexpr (d > 0)
+        return m >> d;
+    else
+        return m << -d;
+}
+
+struct Mascaras {
+    Mascara vazias = 0, inimigas = 0, proprias = 0, damas = 0;
+    bool semNumero = false; // a piece of the mover's side without a piece number
+};
+
+// The empty squares, the squares holding a piece with the enemy bit or with the mover's
+// bit, and the kings, read from the mailbox sixteen squares at a time.
+inline Mascaras LeMascaras(const std::array<uint8_t, 101>& C, uint8_t inimigo, uint8_t proprio) {
+    Mascaras r;
+#if defined(__SSE2__)
+    const __m128i zero = _mm_setzero_si128();
+    const __m128i bitInimigo = _mm_set1_epi8(static_cast<char>(inimigo));
+    const __m128i bitProprio = _mm_set1_epi8(static_cast<char>(proprio));
+    const __m128i numero = _mm_set1_epi8(NUMERO);
+    unsigned semNumero = 0;
+    for (int k = 0; k < 6; ++k) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(C.data() + 16 * k));
+        auto mascara = [](__m128i x) { return static_cast<uint16_t>(_mm_movemask_epi8(x)); };
+        const uint16_t vaz = mascara(_mm_cmpeq_epi8(v, zero));
+        const uint16_t ini = ~mascara(_mm_cmpeq_epi8(_mm_and_si128(v, bitInimigo), zero));
+        const uint16_t pro = ~mascara(_mm_cmpeq_epi8(_mm_and_si128(v, bitProprio), zero));
+        const uint16_t num = mascara(_mm_cmpeq_epi8(_mm_and_si128(v, numero), zero));
+        semNumero |= pro & num;
+        r.vazias |= static_cast<Mascara>(vaz) << (16 * k);
+        r.inimigas |= static_cast<Mascara>(ini) << (16 * k);
+        r.proprias |= static_cast<Mascara>(pro) << (16 * k);
+        r.damas |= static_cast<Mascara>(mascara(v)) << (16 * k); // bit 128 of each byte
+    }
+    r.semNumero = semNumero != 0;
+#else
+    for (int s = 0; s < 96; ++s) {
+        const Mascara b = static_cast<Mascara>(1) << s;
+        if (C[s] == 0) r.vazias |= b;
+        if (C[s] & inimigo) r.inimigas |= b;
+        if (C[s] & proprio) r.proprias |= b;
+        if (C[s] & DAMA) r.damas |= b;
+        if ((C[s] & proprio) && !(C[s] & NUMERO)) r.semNumero = true;
+    }
+#endif
+    return r;
+}
+
+// Short jumps along step d from the pieces of `de`.
+template <int d> inline Mascara Salta(Mascara de, const Mascaras& m) {
+    return de & Ve<d>(m.inimigas) & Ve<2 * d>(m.vazias);
+}
+
+inline int MenorCasa(Mascara m) {
+    const auto baixo = static_cast<uint64_t>(m);
+    return baixo ? __builtin_ctzll(baixo) : 64 + __builtin_ctzll(static_cast<uint64_t>(m >> 64));
+}
+
+// The mover's pieces are taken from the mailbox: in every position that MontaPosicao and
+// FazJogada build they are exactly the pieces of Pecas, each with its number. A piece
+// without a number (a thirteenth one) sends the question to the slow way.
+template <int Lado> Gerador::Analise AnalisaLado(const Posicao& p, int regra) {
+    constexpr uint8_t inimigo = BitDoLado(3 - Lado), proprio = BitDoLado(Lado);
+    constexpr int f1 = Lado == 1 ? -11 : 11, f2 = Lado == 1 ? -9 : 9;
+    const Mascaras m = LeMascaras(p.Casas, inimigo, proprio);
+    Gerador::Analise a;
+    // the border squares hold 64, which carries neither side's bit
+    if (m.semNumero) return a;
+    const Mascara damas = m.proprias & m.damas, homens = m.proprias & ~m.damas;
+    const Mascara anda =
+        (homens & (Ve<f1>(m.vazias) | Ve<f2>(m.vazias))) |
+        (damas & (Ve<-11>(m.vazias) | Ve<-9>(m.vazias) | Ve<9>(m.vazias) | Ve<11>(m.vazias)));
+    // A man takes forward, and backward too under rule set 1; a king of rule set 4 takes
+    // like a man in every direction.
+    a.tomam = Salta<f1>(homens, m) | Salta<f2>(homens, m);
+    if (regra == 1) a.tomam |= Salta<-f1>(homens, m) | Salta<-f2>(homens, m);
+    if (regra == 4) {
+        a.tomam |=
+            Salta<-11>(damas, m) | Salta<-9>(damas, m) | Salta<9>(damas, m) | Salta<11>(damas, m);
+    } else {
+        for (Mascara resto = damas; resto; resto &= resto - 1) {
+            const int s = MenorCasa(resto);
+            for (int d = 1; d <= 4; ++d) {
+                if (SaltaLonge(p.Casas, s, Direcoes[d], proprio)) {
+                    a.tomam |= static_cast<Mascara>(1) << s;
+                    break;
+                }
+            }
+        }
+    }
+    a.tipo = a.tomam ? 3 : anda ? 2 : 1;
+    return a;
+}
+
+} // namespace
+
+Gerador::Analise Gerador::Analisa(const Posicao& p) const {
+    if (Regra < 1 || Regra > 4) return {};
+    if (p.Vez == 1) return AnalisaLado<1>(p, Regra);
+    if (p.Vez == 2) return AnalisaLado<2>(p, Regra);
+    return {};
+}
+
+template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&& numero) {
+    // Every plain move is offered, so MaiorTexto is 2 from the first one on; with it set at
+    // once the kings' own offers change nothing before them.
+    MaiorTexto = 2;
+    const int lado = p.Vez;
+    const int f1 = Direcoes[lado == 1 ? 1 : 4], f2 = Direcoes[lado == 1 ? 2 : 3];
+    const auto& C = p.Casas;
+    // The stored move of the line stands first already; its copy in the list is dropped.
+    const Jogada& guardada = ListaJogadas[iniNo];
+    const bool comGuardada = SegueLinha && guardada.tam == 2;
+    const int gDe = comGuardada ? guardada.c[0] : 0, gPara = comGuardada ? guardada.c[1] : 0;
+    auto oferece = [&](int de, int para) {
+        // Written always, kept only when the square is free and it isn't the stored move.
+        Jogada& slot = ListaJogadas[ProximaLivre + 1];
+        slot.tam = 2;
+        slot.c[0] = static_cast<uint8_t>(de);
+        slot.c[1] = static_cast<uint8_t>(para);
+        ProximaLivre += (C[para] == 0) & !(de == gDe && para == gPara);
+    };
+    const Jogada vazia;
+    for (int i = 1; i <= 12; ++i) {
+        const int casa = p.Peca(numero(i), lado) & 127;
+        if (casa == 0) continue;
+        if (C[casa] & DAMA) {
+            GeraPeca(p, casa, 0, vazia, 0);
+            continue;
+        }
+        oferece(casa, casa + f1);
+        oferece(casa, casa + f2);
+    }
+}
+
 bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia) {
+    return ListaComputador(p, referencia, Atalho ? Analisa(p) : Analise{});
+}
+
+bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia, const Analise& a) {
     MaiorTexto = 1;
     ProximaLivre = BaseCaptura = p.IniLista - 1 + SegueLinha;
     iniNo = p.IniLista;
     bool todasDamas = true;
     const int lado = p.Vez;
     const Jogada vazia;
+    // A node holds at most 12 pieces of 13 plain moves each: the fast way never reaches
+    // the end of the table.
+    if (Atalho && a.tipo == 2 && ProximaLivre + 157 <= CAPACIDADE) {
+        for (int i = 1; i <= 12; ++i) {
+            const int casa = p.Peca(OrdemPecas[i], lado) & 127;
+            if (casa == 0) continue;
+            const uint8_t ali = referencia.Casas[casa];
+            todasDamas &= (ali & (LADO1 | LADO2)) && (ali & DAMA);
+        }
+        ListaSemCaptura(p, [this](int i) { return OrdemPecas[i]; });
+        p.FimLista = static_cast<int16_t>(ProximaLivre);
+        return todasDamas;
+    }
+    // With a capture on the board, a piece that cannot take adds nothing to the list: only
+    // the pieces that can are asked.
+    const bool soTomam = Atalho && a.tipo == 3;
     for (int i = 1; i <= 12; ++i) {
         if (Regra != 1 && MaiorTexto >= 3) {
             MaiorTexto = 3;
@@ -214,13 +404,16 @@ bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia) {
         if (casa == 0) continue;
         const uint8_t ali = referencia.Casas[casa];
         if (!((ali & (LADO1 | LADO2)) && (ali & DAMA))) todasDamas = false;
+        if (soTomam && !((a.tomam >> casa) & 1)) continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }
     p.FimLista = static_cast<int16_t>(ProximaLivre);
     return todasDamas;
 }
 
-void Gerador::ListaComputador(Posicao& p) { ListaComputador(p, p); }
+void Gerador::ListaComputador(Posicao& p) {
+    ListaComputador(p, p);
+}
 
 void Gerador::ListaHumano(Posicao& p) {
     MaiorTexto = 1;
@@ -228,10 +421,18 @@ void Gerador::ListaHumano(Posicao& p) {
     ProximaLivre = BaseCaptura = p.IniLista - 1;
     iniNo = p.IniLista;
     const int lado = p.Vez;
+    const Analise a = Atalho ? Analisa(p) : Analise{};
+    if (a.tipo == 2 && ProximaLivre + 157 <= CAPACIDADE) {
+        ListaSemCaptura(p, [](int i) { return i; });
+        p.FimLista = static_cast<int16_t>(ProximaLivre);
+        return;
+    }
     const Jogada vazia;
     for (int numero = 1; numero <= 12; ++numero) {
         const int casa = p.Peca(numero, lado) & 127;
-        if (casa != 0) GeraPeca(p, casa, 0, vazia, 0);
+        if (casa == 0) continue;
+        if (a.tipo == 3 && !((a.tomam >> casa) & 1)) continue;
+        GeraPeca(p, casa, 0, vazia, 0);
     }
     p.FimLista = static_cast<int16_t>(ProximaLivre);
 }

@@ -12,10 +12,22 @@
 namespace velmora {
 
 class Gerador {
-public:
+  public:
     static constexpr int CAPACIDADE = 7488; // 156 moves for each of 48 plies
 
     Gerador();
+
+    // What the side to move can play, found without building the list.
+    struct Analise {
+        // The value MaiorTexto would end with when no piece can take (2 with a plain move,
+        // 1 with none); 3 when some piece can take; 0 when only the list can tell (an
+        // unknown rule set, a piece without a number).
+        int tipo = 0;
+        // One bit per mailbox square: the pieces that can take.
+        unsigned __int128 tomam = 0;
+    };
+    Analise Analisa(const Posicao& p) const;
+    int MaiorTipo(const Posicao& p) const { return Analisa(p).tipo; }
 
     // Slots 1..CAPACIDADE; a node's moves occupy IniLista..FimLista of its position.
     const Jogada& Slot(int i) const { return ListaJogadas[i]; }
@@ -34,6 +46,8 @@ public:
     // piece keeps its own longest routes. Sets p.FimLista. Returns true at an all-kings
     // node: every piece asked stands on a square that holds a king on `referencia`.
     bool ListaComputador(Posicao& p, const Posicao& referencia);
+    // The same with the analysis of p already made.
+    bool ListaComputador(Posicao& p, const Posicao& referencia, const Analise& a);
     // The same without the all-kings test (perft and tools).
     void ListaComputador(Posicao& p);
     // The human's list: pieces in plain order, only the routes that take the most pieces.
@@ -71,9 +85,11 @@ public:
     // Set when a list would pass the end of the table; the move is dropped and the search
     // that sees it gives up its iteration.
     bool Estouro = false;
+    // With false, every list is built the slow way only (the tests compare both ways).
+    bool Atalho = true;
     std::array<int, 13> OrdemPecas{};
 
-private:
+  private:
     template <int Geradora, int Lado>
     void GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
     // Offers a plain move: the common case, written straight into its slot.
@@ -83,6 +99,9 @@ private:
     void Continua(const Posicao& copia, int casa, int saltos, const Jogada& texto, int barrada,
                   int geradora);
     int Rotacao();
+    // Builds the list of a node where no piece can take, in the order the slow way would:
+    // plain moves of men written without branches, kings through their own generator.
+    template <class Numero> void ListaSemCaptura(const Posicao& p, Numero&& numero);
 
     std::unique_ptr<Jogada[]> ListaJogadas;
     int iniNo = 1; // IniLista of the node whose list is being built

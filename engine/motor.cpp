@@ -25,13 +25,18 @@ int Motor::No(Posicao& p, int ply, int profundidade, int alfa, int beta) {
     ++Nos;
     Tabela& linha = *LinhaPrincipal;
     if (g.SegueLinha == 1) {
-        if (linha[0][ply].vazia()) g.SegueLinha = 0;
-        else g.Slot(p.IniLista) = linha[0][ply];
+        if (linha[0][ply].vazia())
+            g.SegueLinha = 0;
+        else
+            g.Slot(p.IniLista) = linha[0][ply];
     }
     const bool naLinha = g.SegueLinha == 1;
-    bool todasDamas = g.ListaComputador(p, ctx.Atual);
-    if constexpr (Silencioso) todasDamas = false;
     linha[ply][ply].tam = 0;
+    const Gerador::Analise analise = g.Atalho ? g.Analisa(p) : Gerador::Analise{};
+    // At the horizon a quiet position is valued as it stands: its list would be thrown away.
+    if (ply >= profundidade && analise.tipo == 2) return ValorPosicao(p);
+    bool todasDamas = g.ListaComputador(p, ctx.Atual, analise);
+    if constexpr (Silencioso) todasDamas = false;
     if (g.Estouro) return 0; // the iteration is given up by the deepening loop
     if ((ply >= profundidade && g.MaiorTexto == 2) || ply == PLY_MAXIMO) return ValorPosicao(p);
 
@@ -248,8 +253,7 @@ bool Motor::CPU_Pede_Empate() {
     ctx.TempoJogo = plat.Agora() - ctx.InicioJogo;
     plat.Dorme(1000);
     ctx.PediuEMpate = true;
-    if (ctx.ganchos->Pergunta(ctx.Jogador[2].Nome +
-                              " está sugerindo um empate. Você aceita?"))
+    if (ctx.ganchos->Pergunta(ctx.Jogador[2].Nome + " está sugerindo um empate. Você aceita?"))
         return true;
     ctx.InicioJogo = plat.Agora() - ctx.TempoJogo;
     ctx.ganchos->IniciaTempo();
