@@ -14,14 +14,15 @@ namespace velmora {
 // aoPasso(f, t, c) runs after each step's change (the screen's part); when it returns true
 // the move is given up there. A step that names a square off the board is refused before
 // it touches anything, and the result is false; otherwise true.
-template <class AoPasso>
+template <class AoPasso, bool Verifica = true>
 bool FazJogadaCom(Posicao& p, const uint8_t* s, int n, bool Conclui, AoPasso&& aoPasso) {
     if (n < 2 || (p.Vez != 1 && p.Vez != 2)) return false;
     const int lado = p.Vez;
     int resta = n;
     for (;;) {
         const int f = s[0], t = s[1], c = resta >= 3 ? s[2] : 0;
-        if (!CasaDoTabuleiro(f) || !CasaDoTabuleiro(t) || (c != 0 && !CasaDoTabuleiro(c)))
+        if (Verifica &&
+            (!CasaDoTabuleiro(f) || !CasaDoTabuleiro(t) || (c != 0 && !CasaDoTabuleiro(c))))
             return false;
         const bool dama = (p.Casas[f] & DAMA) != 0;
         p.Casas[t] = p.Casas[f];
@@ -58,6 +59,13 @@ bool FazJogadaCom(Posicao& p, const uint8_t* s, int n, bool Conclui, AoPasso&& a
 
 inline bool FazJogada(Posicao& p, const uint8_t* s, int n, bool Conclui) {
     return FazJogadaCom(p, s, n, Conclui, [](int, int, int) { return false; });
+}
+
+// The same for a move the generator wrote itself, whose squares are all on the board: the
+// search and the generators play millions of them and skip the square checks.
+inline void FazJogadaGerada(Posicao& p, const uint8_t* s, int n, bool Conclui) {
+    auto nada = [](int, int, int) { return false; };
+    FazJogadaCom<decltype(nada)&, false>(p, s, n, Conclui, nada);
 }
 
 // True when every square the move names lies on the board; a move from the peer is played

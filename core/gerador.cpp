@@ -174,7 +174,7 @@ void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& te
                 rota.acrescenta(static_cast<uint8_t>(casa), static_cast<uint8_t>(l),
                                 static_cast<uint8_t>(m));
                 Posicao copia = p;
-                FazJogada(copia, rota.c.data() + rota.tam - 3, 3, false);
+                FazJogadaGerada(copia, rota.c.data() + rota.tam - 3, 3, false);
                 Continua(copia, l, saltos + 1, rota, 5 - d, Geradora);
             }
         } else if (saltos == 0 && vizinha == 0 && (dama || ParaFrente(Lado, d))) {
@@ -207,7 +207,7 @@ void Gerador::GeraDama(const Posicao& p, int casa, int saltos, const Jogada& tex
                 rota.acrescenta(static_cast<uint8_t>(casa), static_cast<uint8_t>(w),
                                 static_cast<uint8_t>(saltada));
                 Posicao copia = p;
-                FazJogada(copia, rota.c.data() + rota.tam - 3, 3, false);
+                FazJogadaGerada(copia, rota.c.data() + rota.tam - 3, 3, false);
                 GeraPeca(copia, w, saltos + 1, rota, 5 - d);
             } else if (saltos == 0) {
                 AnotaSimples(casa, w);

@@ -17,7 +17,7 @@ uint64_t Conta(Gerador& g, Posicao& p, int prof, ModoLista modo) {
     for (int i = p.IniLista; i <= p.FimLista; ++i) {
         Posicao filho = p;
         const Jogada& m = g.Slot(i);
-        FazJogada(filho, m.c.data(), m.tam, true);
+        FazJogadaGerada(filho, m.c.data(), m.tam, true);
         filho.Vez = static_cast<uint8_t>(3 - p.Vez);
         filho.IniLista = static_cast<int16_t>(p.FimLista + 1);
         if (prof == 1) {

@@ -50,7 +50,7 @@ int Motor::No(Posicao& p, int ply, int profundidade, int alfa, int beta) {
         if (todasDamas && naLinha) g.SegueLinha = i == ini ? 1 : 0;
         const Jogada& m = g.Slot(i);
         Posicao copia = p;
-        FazJogada(copia, m.c.data(), m.tam, true);
+        FazJogadaGerada(copia, m.c.data(), m.tam, true);
         int valor;
         if (!Silencioso && p.FimLista == 1) {
             valor = ValorPosicao(p);
