@@ -3,10 +3,6 @@
 #include "core/casas.h"
 #include "core/fazjogada.h"
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 namespace velmora {
 
 namespace {
@@ -227,10 +223,6 @@ inline bool SaltaLonge(const std::array<uint8_t, 101>& C, int s, int d, uint8_t 
     return !(C[w] & (BORDA | proprio)) && C[w + d] == 0;
 }
 
-// One bit per mailbox square 0..95: every square a piece can see from the board lies there,
-// and the squares past it are border, which these masks leave clear.
-using Mascara = unsigned __int128;
-
 // Moves the bit of square s + d to square s.
 template <int d> inline Mascara Ve(Mascara m) {
     if constexpr (d > 0)
@@ -239,51 +231,9 @@ template <int d> inline Mascara Ve(Mascara m) {
         return m << -d;
 }
 
-struct Mascaras {
-    Mascara vazias = 0, inimigas = 0, proprias = 0, damas = 0;
-    bool semNumero = false; // a piece of the mover's side without a piece number
-};
-
-// The empty squares, the squares holding a piece with the enemy bit or with the mover's
-// bit, and the kings, read from the mailbox sixteen squares at a time.
-inline Mascaras LeMascaras(const std::array<uint8_t, 101>& C, uint8_t inimigo, uint8_t proprio) {
-    Mascaras r;
-#if defined(__SSE2__)
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i bitInimigo = _mm_set1_epi8(static_cast<char>(inimigo));
-    const __m128i bitProprio = _mm_set1_epi8(static_cast<char>(proprio));
-    const __m128i numero = _mm_set1_epi8(NUMERO);
-    unsigned semNumero = 0;
-    for (int k = 0; k < 6; ++k) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(C.data() + 16 * k));
-        auto mascara = [](__m128i x) { return static_cast<uint16_t>(_mm_movemask_epi8(x)); };
-        const uint16_t vaz = mascara(_mm_cmpeq_epi8(v, zero));
-        const uint16_t ini = ~mascara(_mm_cmpeq_epi8(_mm_and_si128(v, bitInimigo), zero));
-        const uint16_t pro = ~mascara(_mm_cmpeq_epi8(_mm_and_si128(v, bitProprio), zero));
-        const uint16_t num = mascara(_mm_cmpeq_epi8(_mm_and_si128(v, numero), zero));
-        semNumero |= pro & num;
-        r.vazias |= static_cast<Mascara>(vaz) << (16 * k);
-        r.inimigas |= static_cast<Mascara>(ini) << (16 * k);
-        r.proprias |= static_cast<Mascara>(pro) << (16 * k);
-        r.damas |= static_cast<Mascara>(mascara(v)) << (16 * k); // bit 128 of each byte
-    }
-    r.semNumero = semNumero != 0;
-#else
-    for (int s = 0; s < 96; ++s) {
-        const Mascara b = static_cast<Mascara>(1) << s;
-        if (C[s] == 0) r.vazias |= b;
-        if (C[s] & inimigo) r.inimigas |= b;
-        if (C[s] & proprio) r.proprias |= b;
-        if (C[s] & DAMA) r.damas |= b;
-        if ((C[s] & proprio) && !(C[s] & NUMERO)) r.semNumero = true;
-    }
-#endif
-    return r;
-}
-
-// Short jumps along step d from the pieces of `de`.
-template <int d> inline Mascara Salta(Mascara de, const Mascaras& m) {
-    return de & Ve<d>(m.inimigas) & Ve<2 * d>(m.vazias);
+// Short jumps along step d from the pieces of `de` over those of `inimigas`.
+template <int d> inline Mascara Salta(Mascara de, Mascara inimigas, Mascara vazias) {
+    return de & Ve<d>(inimigas) & Ve<2 * d>(vazias);
 }
 
 inline int MenorCasa(Mascara m) {
@@ -291,33 +241,31 @@ inline int MenorCasa(Mascara m) {
     return baixo ? __builtin_ctzll(baixo) : 64 + __builtin_ctzll(static_cast<uint64_t>(m >> 64));
 }
 
-// The mover's pieces are taken from the mailbox: in every position that MontaPosicao and
-// FazJogada build they are exactly the pieces of Pecas, each with its number. A piece
-// without a number (a thirteenth one) sends the question to the slow way.
-template <int Lado> Gerador::Analise AnalisaLado(const Posicao& p, int regra) {
-    constexpr uint8_t inimigo = BitDoLado(3 - Lado), proprio = BitDoLado(Lado);
+// The mover's pieces are taken from the masks of the mailbox: in every position that
+// MontaPosicao and FazJogada build they are exactly the pieces of Pecas, each with its
+// number. A piece without a number (a thirteenth one) leaves the question to the slow way.
+template <int Lado> Gerador::Analise AnalisaLado(const Posicao& p, const Mascaras& m, int regra) {
+    constexpr uint8_t proprio = BitDoLado(Lado);
     constexpr int f1 = Lado == 1 ? -11 : 11, f2 = Lado == 1 ? -9 : 9;
-    const Mascaras m = LeMascaras(p.Casas, inimigo, proprio);
     Gerador::Analise a;
-    // the border squares hold 64, which carries neither side's bit
-    if (m.semNumero) return a;
-    const Mascara damas = m.proprias & m.damas, homens = m.proprias & ~m.damas;
-    const Mascara anda =
-        (homens & (Ve<f1>(m.vazias) | Ve<f2>(m.vazias))) |
-        (damas & (Ve<-11>(m.vazias) | Ve<-9>(m.vazias) | Ve<9>(m.vazias) | Ve<11>(m.vazias)));
+    if (m.semNumero[Lado - 1]) return a;
+    const Mascara proprias = m.lados[Lado - 1], inimigas = m.lados[2 - Lado], v = m.vazias;
+    const Mascara damas = proprias & m.damas, homens = proprias & ~m.damas;
+    const Mascara anda = (homens & (Ve<f1>(v) | Ve<f2>(v))) |
+                         (damas & (Ve<-11>(v) | Ve<-9>(v) | Ve<9>(v) | Ve<11>(v)));
     // A man takes forward, and backward too under rule set 1; a king of rule set 4 takes
     // like a man in every direction.
-    a.tomam = Salta<f1>(homens, m) | Salta<f2>(homens, m);
-    if (regra == 1) a.tomam |= Salta<-f1>(homens, m) | Salta<-f2>(homens, m);
+    a.tomam = Salta<f1>(homens, inimigas, v) | Salta<f2>(homens, inimigas, v);
+    if (regra == 1) a.tomam |= Salta<-f1>(homens, inimigas, v) | Salta<-f2>(homens, inimigas, v);
     if (regra == 4) {
-        a.tomam |=
-            Salta<-11>(damas, m) | Salta<-9>(damas, m) | Salta<9>(damas, m) | Salta<11>(damas, m);
+        a.tomam |= Salta<-11>(damas, inimigas, v) | Salta<-9>(damas, inimigas, v) |
+                   Salta<9>(damas, inimigas, v) | Salta<11>(damas, inimigas, v);
     } else {
         for (Mascara resto = damas; resto; resto &= resto - 1) {
             const int s = MenorCasa(resto);
             for (int d = 1; d <= 4; ++d) {
                 if (SaltaLonge(p.Casas, s, Direcoes[d], proprio)) {
-                    a.tomam |= static_cast<Mascara>(1) << s;
+                    a.tomam |= Bit(s);
                     break;
                 }
             }
@@ -330,9 +278,13 @@ template <int Lado> Gerador::Analise AnalisaLado(const Posicao& p, int regra) {
 } // namespace
 
 Gerador::Analise Gerador::Analisa(const Posicao& p) const {
+    return Analisa(p, LeMascaras(p));
+}
+
+Gerador::Analise Gerador::Analisa(const Posicao& p, const Mascaras& m) const {
     if (Regra < 1 || Regra > 4) return {};
-    if (p.Vez == 1) return AnalisaLado<1>(p, Regra);
-    if (p.Vez == 2) return AnalisaLado<2>(p, Regra);
+    if (p.Vez == 1) return AnalisaLado<1>(p, m, Regra);
+    if (p.Vez == 2) return AnalisaLado<2>(p, m, Regra);
     return {};
 }
 

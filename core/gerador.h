@@ -3,6 +3,7 @@
 // capture is played on a copy of the position, and finished routes are offered to a list
 // that keeps only the longest. All lists of a search are stacked in one table.
 #include "core/jogada.h"
+#include "core/mascaras.h"
 #include "core/posicao.h"
 
 #include <array>
@@ -23,10 +24,12 @@ class Gerador {
         // 1 with none); 3 when some piece can take; 0 when only the list can tell (an
         // unknown rule set, a piece without a number).
         int tipo = 0;
-        // One bit per mailbox square: the pieces that can take.
-        unsigned __int128 tomam = 0;
+        // The squares of the pieces that can take.
+        Mascara tomam = 0;
     };
     Analise Analisa(const Posicao& p) const;
+    // The same with the masks of p at hand.
+    Analise Analisa(const Posicao& p, const Mascaras& m) const;
     int MaiorTipo(const Posicao& p) const { return Analisa(p).tipo; }
 
     // Slots 1..CAPACIDADE; a node's moves occupy IniLista..FimLista of its position.

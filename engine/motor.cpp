@@ -20,7 +20,7 @@ void Motor::ZeraContadores() {
 }
 
 template <bool Silencioso>
-int Motor::No(Posicao& p, int ply, int profundidade, int alfa, int beta) {
+int Motor::No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa, int beta) {
     if (ply > MaxPly) MaxPly = ply;
     ++Nos;
     Tabela& linha = *LinhaPrincipal;
@@ -32,7 +32,7 @@ int Motor::No(Posicao& p, int ply, int profundidade, int alfa, int beta) {
     }
     const bool naLinha = g.SegueLinha == 1;
     linha[ply][ply].tam = 0;
-    const Gerador::Analise analise = g.Atalho ? g.Analisa(p) : Gerador::Analise{};
+    const Gerador::Analise analise = g.Atalho ? g.Analisa(p, m) : Gerador::Analise{};
     // At the horizon a quiet position is valued as it stands: its list would be thrown away.
     if (ply >= profundidade && analise.tipo == 2) return ValorPosicao(p);
     bool todasDamas = g.ListaComputador(p, ctx.Atual, analise);
@@ -48,9 +48,9 @@ int Motor::No(Posicao& p, int ply, int profundidade, int alfa, int beta) {
         // Walking backwards, the stored move stands last: the children before it lie off
         // the stored line and get no stored move of their own.
         if (todasDamas && naLinha) g.SegueLinha = i == ini ? 1 : 0;
-        const Jogada& m = g.Slot(i);
+        const Jogada& jogada = g.Slot(i);
         Posicao copia = p;
-        FazJogadaGerada(copia, m.c.data(), m.tam, true);
+        FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
         int valor;
         if (!Silencioso && p.FimLista == 1) {
             valor = ValorPosicao(p);
@@ -58,7 +58,9 @@ int Motor::No(Posicao& p, int ply, int profundidade, int alfa, int beta) {
         } else {
             copia.IniLista = static_cast<int16_t>(p.FimLista + 1);
             copia.Vez = static_cast<uint8_t>(3 - p.Vez);
-            valor = -No<Silencioso>(copia, ply + 1, profundidade, -beta, -alfa);
+            Mascaras mc = m;
+            AplicaJogada(mc, jogada.c.data(), jogada.tam, copia);
+            valor = -No<Silencioso>(copia, mc, ply + 1, profundidade, -beta, -alfa);
             if (g.Estouro) return melhor;
         }
         if (valor > melhor) {
@@ -79,11 +81,11 @@ int Motor::No(Posicao& p, int ply, int profundidade, int alfa, int beta) {
 }
 
 int Motor::AlfaBeta(Posicao& p, int ply, int profundidade, int alfa, int beta) {
-    return No<false>(p, ply, profundidade, alfa, beta);
+    return No<false>(p, LeMascaras(p), ply, profundidade, alfa, beta);
 }
 
 int Motor::AlfaBetaSilencioso(Posicao& p, int ply, int profundidade, int alfa, int beta) {
-    return No<true>(p, ply, profundidade, alfa, beta);
+    return No<true>(p, LeMascaras(p), ply, profundidade, alfa, beta);
 }
 
 int Motor::Aprofunda(Posicao& raiz, double segundos, int profMaxima, bool silencioso) {

@@ -3,6 +3,7 @@
 // only judgement is the running material balance. The levels differ by thinking time only.
 #include "core/contexto.h"
 #include "core/jogada.h"
+#include "core/mascaras.h"
 #include "core/posicao.h"
 
 #include <array>
@@ -12,10 +13,12 @@
 namespace velmora {
 
 // The value of a position for the side to move.
-inline int ValorPosicao(const Posicao& p) { return p.Vez == 1 ? p.Saldo : -p.Saldo; }
+inline int ValorPosicao(const Posicao& p) {
+    return p.Vez == 1 ? p.Saldo : -p.Saldo;
+}
 
 class Motor : public Pensador {
-public:
+  public:
     static constexpr int PLY_MAXIMO = 48;
 
     explicit Motor(Contexto& contexto);
@@ -51,9 +54,10 @@ public:
     // The last deepening had to give up an iteration because the move table was full.
     bool EstourouLista = false;
 
-private:
+  private:
+    // m: the masks of p, carried down from the root.
     template <bool Silencioso>
-    int No(Posicao& p, int ply, int profundidade, int alfa, int beta);
+    int No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa, int beta);
     void ZeraContadores();
     void MostraEstatisticas(int v);
 
