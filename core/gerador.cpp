@@ -368,13 +368,16 @@ void Gerador::ListaComputador(Posicao& p) {
 }
 
 void Gerador::ListaHumano(Posicao& p) {
+    ListaHumano(p, Atalho ? Analisa(p) : Analise{});
+}
+
+void Gerador::ListaHumano(Posicao& p, const Analise& a) {
     MaiorTexto = 1;
     SegueLinha = 0;
     ProximaLivre = BaseCaptura = p.IniLista - 1;
     iniNo = p.IniLista;
     const int lado = p.Vez;
-    const Analise a = Atalho ? Analisa(p) : Analise{};
-    if (a.tipo == 2 && ProximaLivre + 157 <= CAPACIDADE) {
+    if (Atalho && a.tipo == 2 && ProximaLivre + 157 <= CAPACIDADE) {
         ListaSemCaptura(p, [](int i) { return i; });
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return;
@@ -383,7 +386,7 @@ void Gerador::ListaHumano(Posicao& p) {
     for (int numero = 1; numero <= 12; ++numero) {
         const int casa = p.Peca(numero, lado) & 127;
         if (casa == 0) continue;
-        if (a.tipo == 3 && !((a.tomam >> casa) & 1)) continue;
+        if (Atalho && a.tipo == 3 && !((a.tomam >> casa) & 1)) continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }
     p.FimLista = static_cast<int16_t>(ProximaLivre);

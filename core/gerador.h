@@ -56,6 +56,8 @@ class Gerador {
     // The human's list: pieces in plain order, only the routes that take the most pieces.
     // Starts at p.IniLista and sets p.FimLista.
     void ListaHumano(Posicao& p);
+    // The same with the analysis of p already made.
+    void ListaHumano(Posicao& p, const Analise& a);
 
     // Fills OrdemPecas: numbers 1..4 shuffled into entries 1..4, 5..8 into 5..8, 9..12
     // into 9..12. `sorteio(n)` gives a whole number 0..n-1.
