@@ -8,7 +8,7 @@
 namespace velmora {
 
 class Plataforma {
-public:
+  public:
     virtual ~Plataforma() = default;
     // Time of day in seconds since midnight, with fractions.
     virtual double Agora() = 0;
@@ -25,9 +25,16 @@ public:
     virtual void Redesenha() {}
 };
 
+// The machine's clock, shared by every real platform: the local time of day in seconds
+// since midnight, with fractions, `adiantamento` seconds from now; seconds on a monotonic
+// clock; a sleep of the thread.
+double HoraDoDia(double adiantamento = 0);
+double SegundosMonotonicos();
+void DormeDeVerdade(double ms);
+
 // Real clock, real sleeps, no events, no sound: the headless program's platform.
 class PlataformaSemTela : public Plataforma {
-public:
+  public:
     double Agora() override;
     double Decorrido() override;
     void Dorme(double ms) override;
@@ -36,7 +43,7 @@ public:
 
 // A clock that moves only when someone sleeps or advances it: tests run long waits at once.
 class PlataformaSimulada : public Plataforma {
-public:
+  public:
     double agora = 12 * 3600.0; // seconds since midnight
     double decorrido = 0;
     void Avanca(double segundos) {

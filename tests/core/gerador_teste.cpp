@@ -98,6 +98,29 @@ TEST(Gerador, ComputadorEscolheEntrePecasQueCapturam) {
     }
 }
 
+// Plays `jogos` random games of at most `lances` moves under a rule set (lists made the
+// slow way) and hands each move, with the positions before and after it, to `aoLance`.
+template <class AoLance>
+void JogosAoAcaso(std::mt19937& rng, int regra, int jogos, int lances, AoLance&& aoLance) {
+    Gerador g;
+    g.Atalho = false;
+    g.Regra = regra;
+    for (int jogo = 0; jogo < jogos; ++jogo) {
+        Posicao p = PosicaoInicial();
+        for (int lance = 0; lance < lances; ++lance) {
+            p.IniLista = 1;
+            g.ListaHumano(p);
+            if (p.FimLista < p.IniLista) break;
+            const Jogada j =
+                g.Slot(p.IniLista + static_cast<int>(rng() % (p.FimLista - p.IniLista + 1)));
+            const Posicao antes = p;
+            FazJogada(p, j.c.data(), j.tam, true);
+            p.Vez = static_cast<uint8_t>(3 - p.Vez);
+            aoLance(antes, j, p);
+        }
+    }
+}
+
 // Boards for the comparison of the fast lists with the slow ones: random placements (kings,
 // men on any row, now and then a thirteenth piece) and positions of random games.
 std::vector<Posicao> PosicoesAoAcaso(std::mt19937& rng) {
@@ -131,24 +154,10 @@ std::vector<Posicao> PosicoesAoAcaso(std::mt19937& rng) {
             r.push_back(montada);
         }
     }
-    for (int regra = 1; regra <= 4; ++regra) {
-        Gerador g;
-        g.Atalho = false;
-        g.Regra = regra;
-        for (int jogo = 0; jogo < 12; ++jogo) {
-            Posicao p = PosicaoInicial();
-            for (int lance = 0; lance < 80; ++lance) {
-                p.IniLista = 1;
-                g.ListaHumano(p);
-                if (p.FimLista < p.IniLista) break;
-                const Jogada& m =
-                    g.Slot(p.IniLista + static_cast<int>(rng() % (p.FimLista - p.IniLista + 1)));
-                FazJogada(p, m.c.data(), m.tam, true);
-                p.Vez = static_cast<uint8_t>(3 - p.Vez);
-                r.push_back(p);
-            }
-        }
-    }
+    for (int regra = 1; regra <= 4; ++regra)
+        JogosAoAcaso(
+            rng, regra, 12, 80,
+            [&r](const Posicao&, const Jogada&, const Posicao& depois) { r.push_back(depois); });
     return r;
 }
 
@@ -236,31 +245,20 @@ TEST(Gerador, AtalhoDaAsMesmasListasQueOCaminhoLento) {
 }
 
 // The masks carried over each move of random games (captures, crowning, flying kings) are
-// those read from the board it leads to; the sixteen-at-a-time reading agrees with the plain
+// those read from the board it led to; the sixteen-at-a-time reading agrees with the plain
 // one on every board.
 TEST(Mascaras, SeguemOsLancesDeJogosAoAcaso) {
     std::mt19937 rng(7);
     int lances = 0;
     for (int regra = 1; regra <= 4; ++regra) {
-        Gerador g;
-        g.Regra = regra;
-        for (int jogo = 0; jogo < 30; ++jogo) {
-            Posicao p = PosicaoInicial();
-            Mascaras m = LeMascaras(p);
-            for (int lance = 0; lance < 100; ++lance) {
-                p.IniLista = 1;
-                g.ListaHumano(p);
-                if (p.FimLista < p.IniLista) break;
-                const Jogada& j =
-                    g.Slot(p.IniLista + static_cast<int>(rng() % (p.FimLista - p.IniLista + 1)));
-                FazJogada(p, j.c.data(), j.tam, true);
-                p.Vez = static_cast<uint8_t>(3 - p.Vez);
-                AplicaJogada(m, j.c.data(), j.tam, p);
-                ASSERT_EQ(LeMascaras(p), LeMascarasSimples(p)) << TextoComVez(p);
-                ASSERT_EQ(m, LeMascaras(p)) << JogadaEmNumeros(j) << " " << TextoComVez(p);
-                ++lances;
-            }
-        }
+        auto confere = [&](const Posicao& antes, const Jogada& j, const Posicao& depois) {
+            Mascaras m = LeMascaras(antes);
+            AplicaJogada(m, j.c.data(), j.tam, depois);
+            ASSERT_EQ(LeMascaras(depois), LeMascarasSimples(depois)) << TextoComVez(depois);
+            ASSERT_EQ(m, LeMascaras(depois)) << JogadaEmNumeros(j) << " " << TextoComVez(antes);
+            ++lances;
+        };
+        JogosAoAcaso(rng, regra, 30, 100, confere);
     }
     EXPECT_GT(lances, 5000);
 }
