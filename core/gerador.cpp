@@ -307,16 +307,35 @@ template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&&
         slot.c[1] = static_cast<uint8_t>(para);
         ProximaLivre += (C[para] == 0) & !(de == gDe && para == gPara);
     };
-    const Jogada vazia;
+    // A king's directions in its generator's order: under rule set 1 side 2 draws its
+    // first direction for each king, as GeraRegra1 does.
+    const int* ordemDama = lado == 1 ? ordemTodas : ordemTodasInversa;
+    int rodada[5] = {4, 0, 0, 0, 0};
     for (int i = 1; i <= 12; ++i) {
         const int casa = p.Peca(numero(i), lado) & 127;
         if (casa == 0) continue;
-        if (C[casa] & DAMA) {
-            GeraPeca(p, casa, 0, vazia, 0);
+        if (!(C[casa] & DAMA)) {
+            oferece(casa, casa + f1);
+            oferece(casa, casa + f2);
             continue;
         }
-        oferece(casa, casa + f1);
-        oferece(casa, casa + f2);
+        if (Regra == 4) { // a short king: one step each way
+            for (int k = 1; k <= 4; ++k) oferece(casa, casa + Direcoes[ordemDama[k]]);
+            continue;
+        }
+        const int* ordem = ordemTodas;
+        if (Regra == 1 && lado == 2) {
+            const int r = Rotacao();
+            for (int k = 1; k <= 4; ++k) rodada[k] = r + k > 4 ? r + k - 4 : r + k;
+            ordem = rodada;
+        } else if (Regra != 1) {
+            ordem = ordemDama;
+        }
+        // A flying king with nothing to take: every free square up to the first piece.
+        for (int k = 1; k <= 4; ++k) {
+            const int passo = Direcoes[ordem[k]];
+            for (int w = casa + passo; C[w] == 0; w += passo) oferece(casa, w);
+        }
     }
 }
 

@@ -104,8 +104,8 @@ class Gerador {
     void Continua(const Posicao& copia, int casa, int saltos, const Jogada& texto, int barrada,
                   int geradora);
     int Rotacao();
-    // Builds the list of a node where no piece can take, in the order the slow way would:
-    // plain moves of men written without branches, kings through their own generator.
+    // Builds the list of a node where no piece can take, in the order the slow way would,
+    // without the generators' tests for captures.
     template <class Numero> void ListaSemCaptura(const Posicao& p, Numero&& numero);
 
     std::unique_ptr<Jogada[]> ListaJogadas;

@@ -32,8 +32,9 @@ std::vector<std::string> Lista(const Posicao& inicio, int regra, bool atalho, bo
     maior = g.MaiorTexto;
     std::vector<std::string> r;
     for (int i = p.IniLista; i <= p.FimLista; ++i) r.push_back(g.Slot(i).texto());
-    // side 2's flying kings of rule set 1 start at a random direction: compare the sets
-    if (regra == 1 && p.Vez == 2) std::sort(r.begin(), r.end());
+    // side 2's flying kings of rule set 1 start at a random direction, drawn for each king
+    // asked, and a capture list asks fewer kings the fast way: compare the sets there
+    if (regra == 1 && p.Vez == 2 && maior >= 3) std::sort(r.begin(), r.end());
     return r;
 }
 
