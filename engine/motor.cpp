@@ -174,7 +174,7 @@ uint8_t Motor::PensaJogada() {
     Painel& painel = ctx.painel;
     plat.ProcessaEventos();
     const int nivel = ctx.Jogador[ctx.Atual.Vez].Nivel;
-    const double budget = TempoNivel(nivel);
+    const double budget = TempoFixo > 0 ? TempoFixo : TempoNivel(nivel);
     painel.lbMoves.Cor = cor::CinzaEscuro;
     painel.lbYMM.Texto = "Pensando...";
     painel.Ocupado = true;

@@ -45,6 +45,9 @@ class Motor : public Pensador {
     // The shuffling test on the root line of the last search.
     bool LinhaRepete() const;
 
+    // Above 0: the thinking time of every move, in seconds, in place of the level's
+    // (scripts that want quick games).
+    double TempoFixo = 0;
     int LimiteProf = 0;
     double LimiteTempo = 0; // on the platform's elapsed clock
     int MaxPly = 0;

@@ -19,7 +19,8 @@ constexpr Subcomando subcomandos[] = {
     {"lista", velmora::cli::ComandoLista,
      "lista --regra N --modo humano|computador --tabuleiro TEXTO"},
     {"partida", velmora::cli::ComandoPartida,
-     "partida [--tipo HH|HC|CH|CC] [--regra N] [--nivel1 N] [--nivel2 N] [--comeca 1|2]"},
+     "partida [--tipo HH|HC|CH|CC] [--regra N] [--nivel1 N] [--nivel2 N] [--comeca 1|2] "
+     "[--tempo S]"},
     {"perft", velmora::cli::ComandoPerft,
      "perft --regra N --modo humano|computador --prof D [--tabuleiro TEXTO]"},
     {"recordes", velmora::cli::ComandoRecordes, "recordes [--nivel N]"},

@@ -193,8 +193,8 @@ void Executa(Form1& form, const std::string& p) {
 } // namespace
 
 int ComandoPartida(const Argumentos& args) {
-    Opcoes o(args,
-             {"tipo", "modo", "regra", "nivel1", "nivel2", "comeca", "resposta", "nome1", "nome2"});
+    Opcoes o(args, {"tipo", "modo", "regra", "nivel1", "nivel2", "comeca", "resposta", "nome1",
+                    "nome2", "tempo"});
     if (!o.ok()) return ErroDeUso(o.erro);
     const std::string tipo = o.texto("tipo", "HC");
     if (tipo != "HH" && tipo != "HC" && tipo != "CH" && tipo != "CC")
@@ -208,6 +208,12 @@ int ComandoPartida(const Argumentos& args) {
     if (*modo == 2 && tipo != "HC") return ErroDeUso("o torneio (--modo 2) é jogado como HC");
     if (*modo == 3 && tipo != "HH") return ErroDeUso("--modo 3 é jogado como HH");
     if (*modo == 1 && tipo == "HH") return ErroDeUso("--modo 1 tem um lado do computador");
+    double tempo = 0;
+    if (o.tem("tempo")) {
+        const auto t = o.real("tempo", 0.001, 3600);
+        if (!t) return ErroDeUso(o.erro);
+        tempo = *t;
+    }
     std::optional<bool> resposta;
     if (o.tem("resposta")) {
         resposta = Resposta(o.texto("resposta"));
@@ -246,14 +252,21 @@ int ComandoPartida(const Argumentos& args) {
     ValoresDoPrograma valores;
     valores.CaminhoApp = CaminhoDoPrograma(QCoreApplication::applicationDirPath().toStdString());
     Form1 form(tela, relogio, valores);
+    form.motor.TempoFixo = tempo;
     Quadro quadro(form.ctx);
     bool emJogo = false;
+    int ultimaJogada = 0;
     form.AoProcessarEventos = [&] {
         quadro.Mostra();
         if (cc && !form.Encerrado()) {
-            // Two computers play one game: nobody is there to end the session.
+            // Two computers play one game: nobody is there to end the session. The game is
+            // over when it ends, or when the next one has begun (a draw by the king-move
+            // count starts it at once, with the score unchanged).
+            const int jogada = form.ctx.JogadaAtual;
+            if (emJogo && (form.ctx.Game.Fim || jogada < ultimaJogada))
+                return form.EncerraPrograma();
             if (!form.ctx.Game.Fim) emJogo = true;
-            else if (emJogo) return form.EncerraPrograma();
+            ultimaJogada = jogada;
         }
         if (form.Encerrado() || !form.ctx.EsperaClique() || form.ctx.Game.Fim) return;
         if (entrada.Fim()) {
@@ -286,8 +299,10 @@ int ComandoPartida(const Argumentos& args) {
     std::printf("Placar: %s %d x %d %s\n", j[1].Nome.c_str(), j[1].Vitorias, j[2].Vitorias,
                 j[2].Nome.c_str());
     if (cc) {
-        if (j[1].Vitorias == j[2].Vitorias) std::printf("Resultado: empate\n");
-        else std::printf("Vencedor: %s\n", j[j[1].Vitorias > j[2].Vitorias ? 1 : 2].Nome.c_str());
+        if (j[1].Vitorias == j[2].Vitorias)
+            std::printf("Resultado: empate\n");
+        else
+            std::printf("Vencedor: %s\n", j[j[1].Vitorias > j[2].Vitorias ? 1 : 2].Nome.c_str());
     }
     return 0;
 }

@@ -71,7 +71,8 @@ TEST(Cli, ArgumentosRuinsSaemCom2) {
 
 // Two computers of the first level play for some twenty seconds: labelled slow.
 TEST(CliLento, PartidaEntreComputadoresChegaAoFim) {
-    const auto s = Executa("partida --tipo CC --nivel1 1 --nivel2 1");
+    // a twentieth of a second a move: a whole game in seconds
+    const auto s = Executa("partida --tipo CC --nivel1 1 --nivel2 1 --tempo 0.05");
     ASSERT_EQ(s.codigo, 0) << s.texto;
     EXPECT_EQ(s.texto.rfind("Regra: Peão captura para trás\n", 0), 0u);
     const std::string ultima = s.texto.substr(s.texto.find_last_of('\n', s.texto.size() - 2) + 1);
