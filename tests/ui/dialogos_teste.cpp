@@ -159,8 +159,9 @@ TEST_F(Recordes_, ANewRecordIsMarkedAndTheListScrollsToIt) {
     int posicao = 30;
     FrmMostraRecords v(r, p, 2, posicao, nullptr);
     v.show();
-    QTest::qWait(50);
     QTableWidget* t = v.Tabela();
+    // the viewer scrolls once it is shown, from the event loop
+    QTRY_VERIFY_WITH_TIMEOUT(t->verticalScrollBar()->value() > 0, 5000);
     ASSERT_EQ(t->rowCount(), 60);
     EXPECT_EQ(t->item(29, 0)->text(), "030");
     EXPECT_EQ(t->item(29, 2)->text(), "00:05:00");
