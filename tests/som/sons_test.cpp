@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
@@ -100,6 +101,14 @@ TEST_F(SonsComDriverMudo, OSomTocaAteOFimAntesDeVoltar) {
         const double gasto = Segundos([&] { sons_.TocaSom(nome); });
         EXPECT_GE(gasto, duracao * 0.7);
         EXPECT_LE(gasto, duracao + 4.0);
+    }
+}
+
+TEST_F(SonsComDriverMudo, OSinalDeTerminoContinuaAEncerrarOPrograma) {
+    for (int sinal : {SIGTERM, SIGINT}) {
+        struct sigaction atual {};
+        ASSERT_EQ(sigaction(sinal, nullptr, &atual), 0);
+        EXPECT_EQ(atual.sa_handler, SIG_DFL) << sinal;
     }
 }
 

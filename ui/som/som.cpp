@@ -47,6 +47,9 @@ class CalaStderr {
 Dispositivo::Dispositivo(const std::string& fonteSons) {
     CalaStderr calado;
     SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Velmora Ace");
+    // SDL would take SIGINT and SIGTERM for its own event queue, which nobody reads here:
+    // the program would then outlive a logout or a kill.
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
     if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) return;
     sdl_ = true;
     // Without MIDI support the music is silent; the sounds don't need it.
