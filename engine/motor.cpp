@@ -174,6 +174,9 @@ uint8_t Motor::PensaJogada() {
     Painel& painel = ctx.painel;
     plat.ProcessaEventos();
     const int nivel = ctx.Jogador[ctx.Atual.Vez].Nivel;
+    // The level's budget runs from here, so the pause of the first two levels is spent out
+    // of it: they mostly finish a single iteration. A fixed time is the search's own.
+    const double inicio = plat.Decorrido();
     const double budget = TempoFixo > 0 ? TempoFixo : TempoNivel(nivel);
     painel.lbMoves.Cor = cor::CinzaEscuro;
     painel.lbYMM.Texto = "Pensando...";
@@ -181,7 +184,8 @@ uint8_t Motor::PensaJogada() {
     plat.Redesenha();
     if (nivel < 3) plat.Dorme(400);
 
-    const int v = Aprofunda(ctx.Atual, budget);
+    const double restante = TempoFixo > 0 ? budget : inicio + budget - plat.Decorrido();
+    const int v = Aprofunda(ctx.Atual, restante);
     painel.Ocupado = false;
     MostraEstatisticas(v);
     // A handler that ran between iterations ended the game (a new game, a restart): the

@@ -168,6 +168,28 @@ class Quadro {
     std::map<const Controle*, std::string> vistos_;
 };
 
+// The computer's turn through the engine, with its report printed after each move as the
+// board window shows it: value, depth, cutoffs and positions.
+class PensadorComRelato : public Pensador {
+  public:
+    PensadorComRelato(Form1& f, Quadro& q) : form_(f), quadro_(q) {}
+    uint8_t PensaJogada() override {
+        const uint8_t r = form_.motor.PensaJogada();
+        quadro_.Mostra();
+        const Painel& p = form_.ctx.painel;
+        std::printf("Computador: Valor: %s  Profundidade: %d  MaxPly: %s  Cortes: %s  "
+                    "Posições: %s\n",
+                    p.lbValue.Texto.c_str(), form_.motor.LimiteProf, p.lbPly.Texto.c_str(),
+                    p.lbCutoff.Texto.c_str(), p.lbPosns.Texto.c_str());
+        std::fflush(stdout);
+        return r;
+    }
+
+  private:
+    Form1& form_;
+    Quadro& quadro_;
+};
+
 // A word typed while the board waits: a click, a button, or nothing known.
 void Executa(Form1& form, const std::string& p) {
     static const std::map<std::string, int> historia = {
@@ -248,12 +270,16 @@ int ComandoPartida(const Argumentos& args) {
 
     Entrada entrada;
     TelaTerminal tela(entrada, resposta, campos);
-    RelogioReal relogio(true); // the computer thinks for real; animations take no time
+    // The computer thinks for real. Animations and pauses take no time but count on the
+    // clock, so each level's budget, its 400 ms pause included, is spent as in the window.
+    RelogioReal relogio(true);
     ValoresDoPrograma valores;
     valores.CaminhoApp = CaminhoDoPrograma(QCoreApplication::applicationDirPath().toStdString());
     Form1 form(tela, relogio, valores);
     form.motor.TempoFixo = tempo;
     Quadro quadro(form.ctx);
+    PensadorComRelato relato(form, quadro);
+    form.UsaPensador(&relato);
     bool emJogo = false;
     int ultimaJogada = 0;
     form.AoProcessarEventos = [&] {

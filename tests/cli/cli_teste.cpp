@@ -69,6 +69,26 @@ TEST(Cli, ArgumentosRuinsSaemCom2) {
     for (const auto& a : casos) EXPECT_EQ(Executa(a).codigo, 2) << a; // and not a signal
 }
 
+// Two beginners without --tempo: their 400 ms pause comes out of their budget, so most of
+// their moves are the first iteration's; each move is followed by the computer's report.
+TEST(Cli, IniciantesPensamUmaIteracaoNaMaiorParteDasJogadas) {
+    const auto s = Executa("partida --tipo CC --nivel1 1 --nivel2 1 --regra 4");
+    ASSERT_EQ(s.codigo, 0) << s.texto;
+    int relatos = 0, rasos = 0, jogadas = 0;
+    for (size_t i = 0; (i = s.texto.find('\n', i)) != std::string::npos;) {
+        const std::string linha = s.texto.substr(i + 1, s.texto.find('\n', i + 1) - i - 1);
+        ++i;
+        jogadas += linha.rfind("Jogada: ", 0) == 0;
+        if (linha.rfind("Computador: Valor: ", 0) != 0) continue;
+        ++relatos;
+        EXPECT_NE(linha.find("  Posições: "), std::string::npos) << linha;
+        rasos += linha.find("  Profundidade: 1  ") != std::string::npos;
+    }
+    EXPECT_GE(relatos, jogadas);
+    EXPECT_GT(jogadas, 4);
+    EXPECT_GT(2 * rasos, relatos) << rasos << " of " << relatos;
+}
+
 // Two computers of the first level play for some twenty seconds: labelled slow.
 TEST(CliLento, PartidaEntreComputadoresChegaAoFim) {
     // a twentieth of a second a move: a whole game in seconds

@@ -161,6 +161,27 @@ TEST_F(Motor_, VezDoComputador) {
     EXPECT_EQ(ctx.Atual.Vez, 1);
 }
 
+TEST_F(Motor_, APausaDosNiveisUmEDoisSaiDoTempoDoNivel) {
+    // Each pump between iterations costs a tenth of a second. At level 1 the 400 ms pause
+    // uses up the budget (0.32, 0.4 or 0.48 s), so a single iteration runs; level 2 keeps
+    // what its 0.64 to 0.96 s leave after the pause, three to six iterations.
+    passo = 0.1;
+    const struct {
+        int nivel, minimo, maximo;
+    } casos[] = {{1, 1, 1}, {2, 3, 6}};
+    for (const auto& c : casos) {
+        std::set<int> vistas;
+        for (int vez = 0; vez < 16; ++vez) {
+            plat.Avanca(0.037); // another draw of the budget
+            EXPECT_EQ(Pensa(PosicaoInicial(), 1, c.nivel), 0);
+            EXPECT_NE(ctx.TextoTabuleiro(), TextoTabuleiro(PosicaoInicial())); // it moved
+            vistas.insert(motor.LimiteProf);
+        }
+        EXPECT_GE(*vistas.begin(), c.minimo) << c.nivel;
+        EXPECT_LE(*vistas.rbegin(), c.maximo) << c.nivel;
+    }
+}
+
 TEST_F(Motor_, RepeticaoNoFimDaLinha) {
     // two kings of one square: the best line ends shuffling to and fro from depth 16 on;
     // the clock allows 16 iterations in the 2.1 seconds, or 15
