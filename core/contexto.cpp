@@ -171,6 +171,13 @@ bool Contexto::movepedra(int f, int t) {
 }
 
 bool Contexto::FazJogadaNaTela(const Jogada& j) {
+    struct Movendo {
+        bool& f;
+        explicit Movendo(bool& flag) : f(flag) { f = true; }
+        ~Movendo() { f = false; }
+        Movendo(const Movendo&) = delete;
+        Movendo& operator=(const Movendo&) = delete;
+    } movendo(MovendoNaTela);
     bool desistiu = false;
     const bool ok = FazJogadaCom(Atual, j.c.data(), j.tam, true, [&](int f, int t, int c) {
         if (movepedra(f, t)) {
@@ -507,6 +514,11 @@ void Contexto::Image6_Click(int Index) {
     }
     if (Game.Modo == 1 && !painel.Imglamp[0].Visivel) return;
     if (HistoricoCheio || UltimaJogada < 1) return;
+    if (MovendoNaTela) {
+        // The move's remaining steps belong to the board on screen: load the other one after.
+        ganchos->AdiaImage6(Index);
+        return;
+    }
     const int passo = Game.Modo == 1 ? 2 : 1;
     switch (Index) {
     case 1:

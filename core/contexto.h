@@ -54,6 +54,9 @@ public:
     // The game clock (Tempo) stops: play went on from an earlier position.
     virtual void ParaTempo() {}
     virtual void IniciaTempo() {}
+    // Image6_Click came while a move was being played on the board: call it again once
+    // the move has ended. Without a timer to do that, the click is dropped.
+    virtual void AdiaImage6(int Index) { (void)Index; }
     virtual void finaliza(uint8_t resultado) { (void)resultado; }
     virtual void Restart_Game() {}
     // After finaliza, sets up the next game of the same session. The default clears the
@@ -93,6 +96,9 @@ public:
     int16_t ContaEmpate = 0;
     // --- flags of the turn cycle ---
     bool NoMovePedra = false;
+    // A real move is being played on the board, from its first step to its last: a handler
+    // that would set up another board waits until it is false.
+    bool MovendoNaTela = false;
     bool SaidoMovePedra = false;
     bool Ja_Joguei = false;
     bool Make_Enviar = true;

@@ -90,16 +90,21 @@ void Form1::LigaTimers() {
     liga(TimerVerifica, 1000, [this] { rede_->TimerVerifica_Timer(); });
     liga(TimerCorrige, 300, [this] { rede_->TimerCorrige_Timer(); });
     liga(adiaReiniciar_, 10, [this] {
-        if (pensando_) return;
+        if (pensando_ || ctx.MovendoNaTela) return;
         adiaReiniciar_.stop();
         Label7_Click();
+    });
+    liga(adiaHistorico_, 10, [this] {
+        if (ctx.MovendoNaTela) return;
+        adiaHistorico_.stop();
+        if (!encerrado_) ctx.Image6_Click(historicoAdiado_);
     });
 }
 
 void Form1::PararTimers() {
-    for (QTimer* t :
-         {&Tempo, &Timer2, &Timer3, &Timer1, &tmr, &TimerInitGame, &TimerSaidoMovePedra,
-          &timerDentro, &TimerSair, &TimerManda, &TimerVerifica, &TimerCorrige, &adiaReiniciar_})
+    for (QTimer* t : {&Tempo, &Timer2, &Timer3, &Timer1, &tmr, &TimerInitGame, &TimerSaidoMovePedra,
+                      &timerDentro, &TimerSair, &TimerManda, &TimerVerifica, &TimerCorrige,
+                      &adiaReiniciar_, &adiaHistorico_})
         t->stop();
 }
 
@@ -291,6 +296,12 @@ void Form1::EncerraPrograma() {
 }
 
 // ---------------------------------------------------------------- hooks of the turn cycle
+
+void Form1::AdiaImage6(int Index) {
+    if (encerrado_) return;
+    historicoAdiado_ = Index;
+    adiaHistorico_.start();
+}
 
 void Form1::AgendaPlayGame() {
     if (!encerrado_) timerDentro.start();

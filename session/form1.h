@@ -176,6 +176,7 @@ class Form1 : public Ganchos {
     void AtualizaLabel26() override;
     void ParaTempo() override;
     void IniciaTempo() override;
+    void AdiaImage6(int Index) override;
     void finaliza(uint8_t resultado) override;
     void Restart_Game() override;
     void PreparaProximoJogo(Contexto& c) override;
@@ -216,7 +217,9 @@ class Form1 : public Ganchos {
     Recordes recordes_;
     Placar placar_;
     FrmNewGame* dialogo_ = nullptr; // the new game dialog while it is open
-    QTimer adiaReiniciar_;          // "Reiniciar" pressed while the computer thinks
+    QTimer adiaReiniciar_;          // "Reiniciar" pressed while the computer thinks or a move plays
+    QTimer adiaHistorico_;          // a history arrow pressed while a move plays
+    int historicoAdiado_ = 0;       // the arrow's index
     int piscadas_ = 0;              // ticks of Timer1's flash
 
     std::string rotuloCancelar_ = "Sair";

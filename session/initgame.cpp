@@ -111,9 +111,10 @@ void Form1::Label22_Click() {
 
 void Form1::Label7_Click() {
     if (encerrado_) return;
-    if (pensando_) {
-        // The engine is searching the live position: the board is set up anew only once
-        // its turn has ended, so that its move never lands on a fresh board.
+    if (pensando_ || ctx.MovendoNaTela) {
+        // The engine is searching the live position, or a move is being played on it: the
+        // board is set up anew only once that turn has ended, so that no step of the move
+        // lands on a fresh board.
         adiaReiniciar_.start();
         return;
     }

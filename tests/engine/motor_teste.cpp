@@ -166,9 +166,7 @@ TEST_F(Motor_, APausaDosNiveisUmEDoisSaiDoTempoDoNivel) {
     // uses up the budget (0.32, 0.4 or 0.48 s), so a single iteration runs; level 2 keeps
     // what its 0.64 to 0.96 s leave after the pause, three to six iterations.
     passo = 0.1;
-    const struct {
-        int nivel, minimo, maximo;
-    } casos[] = {{1, 1, 1}, {2, 3, 6}};
+    const struct { int nivel, minimo, maximo; } casos[] = {{1, 1, 1}, {2, 3, 6}};
     for (const auto& c : casos) {
         std::set<int> vistas;
         for (int vez = 0; vez < 16; ++vez) {
