@@ -352,7 +352,10 @@ void Contexto::PreparaProximoJogoPadrao() {
 }
 
 void Contexto::PlayGame() {
-    if (Game.EmPlay) {
+    if (Game.EmPlay || IniciandoPlay) {
+        // A handler ("Reiniciar", the history) set up the board it wants: the running loop
+        // leaves first, and this call comes back through the hooks once it has.
+        if (IniciandoPlay) playDuranteInicio = true;
         ganchos->AgendaPlayGame();
         return;
     }
@@ -363,6 +366,8 @@ void Contexto::PlayGame() {
         painel.Habilitado = true;
         if (Game.Comeca == 0) return;
         Atual.Vez = static_cast<uint8_t>(Game.Comeca);
+        IniciandoPlay = true;
+        playDuranteInicio = false;
 
         MostraVez();
         ganchos->exibevez();
@@ -375,7 +380,10 @@ void Contexto::PlayGame() {
 
         if (Game.Conectado) {
             ganchos->HandshakeInicio();
-            if (StartInitGame) return; // the handshake gave way to a new dialog
+            if (StartInitGame) { // the handshake gave way to a new dialog
+                IniciandoPlay = false;
+                return;
+            }
         } else if ((Game.Tipo == "HC" || Game.Tipo == "HH") && !RetomaHistorico) {
             const int s = Game.Comeca == 2 ? 2 : 1;
             if (Game.Tipo == "HC" && s == 2) painel.Label27.Texto = Jogador[2].Nome + " irá iniciar";
@@ -387,6 +395,11 @@ void Contexto::PlayGame() {
         painel.Label27.Visivel = false;
         ganchos->ParaTimer2();
         if (Game.Conectado && Game.Modo == 4) ganchos->IniciaVigilancia();
+        IniciandoPlay = false;
+        if (playDuranteInicio) {
+            playDuranteInicio = false;
+            return;
+        }
 
         Game.Fim = false;
         Game.EmPlay = true;

@@ -99,6 +99,9 @@ public:
     // A real move is being played on the board, from its first step to its last: a handler
     // that would set up another board waits until it is false.
     bool MovendoNaTela = false;
+    // PlayGame's start sequence runs: it pumps (the one-second message, the handshake)
+    // before Game.EmPlay is set, and PlayGame must not run twice at once then either.
+    bool IniciandoPlay = false;
     bool SaidoMovePedra = false;
     bool Ja_Joguei = false;
     bool Make_Enviar = true;
@@ -181,6 +184,8 @@ private:
     std::mt19937 rng;
     uint32_t sementes = 0;
     bool cliquePendente = false;
+    // A handler called PlayGame during the start sequence: the sequence leaves to it.
+    bool playDuranteInicio = false;
     bool esperandoClique = false;
 };
 

@@ -84,6 +84,31 @@ TEST_F(Reentrada, ReiniciarEnquantoOComputadorPensaEsperaOFimDaJogada) {
     EXPECT_EQ(form.ctx.TextoTabuleiro(), TextoTabuleiro(PosicaoInicial()));
 }
 
+TEST_F(Reentrada, ReiniciarDuranteAMensagemDeInicioNaoAbreUmSegundoLaco) {
+    // Two people: "Reiniciar" in the second of "Ana inicie o jogo", then "Novo jogo" in the
+    // game that follows, whose dialog must open.
+    humano.ativo = false;
+    int reinicios = 0, novos = 0;
+    aCadaEvento = [&] {
+        auto& c = form.ctx;
+        if (reinicios == 0 && c.painel.Label27.Visivel && !c.Game.EmPlay) {
+            ++reinicios;
+            form.Label7_Click();
+        } else if (reinicios == 1 && novos == 0 && c.EsperaClique() && !c.Game.Fim) {
+            ++novos;
+            form.Label6_Click();
+        }
+    };
+    Roda([&] { Comeca(3, 1); }, 10);
+
+    EXPECT_EQ(reinicios, 1);
+    EXPECT_EQ(novos, 1);
+    EXPECT_EQ(tela.rotulos, std::vector<std::string>{"Cancelar"});
+    EXPECT_TRUE(tela.encerrou); // "Sair" in that dialog
+    EXPECT_EQ(form.ctx.Game.Comeca, 2);
+    LacosNuncaSobrepostos();
+}
+
 TEST_F(Reentrada, VoltarJogadaDeDentroDoTurnoEVencerNaoContaParaRecordeNemPlacar) {
     int voltas = 0;
     std::string relogioNoFim, estadoNoFim;
