@@ -55,6 +55,7 @@ void Contexto::RedesenhaCasas() {
 }
 
 void Contexto::defineinicio() {
+    ++TabuleirosPostos;
     painel.Timer3.Habilitado = false;
     Game.AceitaClique = true;
     Make_Enviar = true;
@@ -76,6 +77,7 @@ void Contexto::defineinicio() {
 }
 
 void Contexto::mostratabuleiro() {
+    ++TabuleirosPostos;
     MontaPosicao(Atual, Tabuleiro_);
     RedesenhaCasas();
 }

@@ -102,6 +102,9 @@ public:
     // PlayGame's start sequence runs: it pumps (the one-second message, the handshake)
     // before Game.EmPlay is set, and PlayGame must not run twice at once then either.
     bool IniciandoPlay = false;
+    // Counts the boards set up from outside a turn (defineinicio, the history's loads): a
+    // turn that sees it change while it waits knows its position is gone.
+    uint32_t TabuleirosPostos = 0;
     bool SaidoMovePedra = false;
     bool Ja_Joguei = false;
     bool Make_Enviar = true;

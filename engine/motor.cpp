@@ -177,6 +177,7 @@ uint8_t Motor::PensaJogada() {
     // The level's budget runs from here, so the pause of the first two levels is spent out
     // of it: they mostly finish a single iteration. A fixed time is the search's own.
     const double inicio = plat.Decorrido();
+    const uint32_t tabuleiro = ctx.TabuleirosPostos;
     const double budget = TempoFixo > 0 ? TempoFixo : TempoNivel(nivel);
     painel.lbMoves.Cor = cor::CinzaEscuro;
     painel.lbYMM.Texto = "Pensando...";
@@ -188,9 +189,10 @@ uint8_t Motor::PensaJogada() {
     const int v = Aprofunda(ctx.Atual, restante);
     painel.Ocupado = false;
     MostraEstatisticas(v);
-    // A handler that ran between iterations ended the game (a new game, a restart): the
-    // move found belongs to a board that is gone.
-    if (ctx.Game.Fim) return 0;
+    // A handler that ran between iterations may have ended the game (a new dialog waits, a
+    // clock ran out): the turn still ends as usual and the loop then leaves. Only when it
+    // set up another board does the move found belong to a board that is gone.
+    if (ctx.TabuleirosPostos != tabuleiro) return 0;
 
     if (v == -10000) {
         painel.lbMsg.Texto = "CPU Perdeu.";

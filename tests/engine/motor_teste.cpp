@@ -180,6 +180,34 @@ TEST_F(Motor_, APausaDosNiveisUmEDoisSaiDoTempoDoNivel) {
     }
 }
 
+TEST_F(Motor_, FimPostoEntreIteracoesJogaOLanceAchadoMenosEmOutroTabuleiro) {
+    // A handler runs at the second pump, between the first two iterations: it ends the game
+    // (a new dialog waits), or it also loads another board, as the history does.
+    const Posicao outra = Pos(2, {{62, 1}, {64, 1}, {13, 2}, {15, 2}});
+    for (const bool carrega : {false, true}) {
+        int bombas = 0;
+        plat.aoProcessar = [&] {
+            plat.Avanca(0.5);
+            if (++bombas != 2) return;
+            ctx.Game.Fim = true;
+            if (carrega) ctx.CarregaBoard(TextoComVez(outra));
+        };
+        EXPECT_EQ(Pensa(PosicaoInicial(), 1, 3), 0) << carrega;
+        EXPECT_TRUE(ctx.Game.Fim);
+        if (carrega) {
+            EXPECT_EQ(ctx.TextoTabuleiro(), TextoTabuleiro(outra)); // nothing played on it
+            EXPECT_EQ(ctx.Atual.Vez, 2);
+            EXPECT_EQ(ctx.UltimaJogada, 1);
+        } else {
+            EXPECT_EQ(ctx.QuantasPecas(1), 12); // the move found was played
+            EXPECT_NE(ctx.TextoTabuleiro(), TextoTabuleiro(PosicaoInicial()));
+            EXPECT_EQ(ctx.Atual.Vez, 2);
+            EXPECT_EQ(ctx.UltimaJogada, 2);
+            EXPECT_EQ(ctx.Historico[2], TextoComVez(ctx.Atual));
+        }
+    }
+}
+
 TEST_F(Motor_, RepeticaoNoFimDaLinha) {
     // two kings of one square: the best line ends shuffling to and fro from depth 16 on;
     // the clock allows 16 iterations in the 2.1 seconds, or 15
