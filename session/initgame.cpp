@@ -120,6 +120,9 @@ void Form1::Label7_Click() {
     }
     Som("Click.wav");
     auto& G = ctx.Game;
+    // In a tournament the abandoned game is one the computer won, after which the stage is
+    // replayed by the same starting side.
+    bool perdeuNoTorneio = false;
     if (!G.Fim && !(G.Conectado && Ele_Desistiu)) {
         if (G.Conectado) {
             if (!EntregaPartida()) return;
@@ -129,7 +132,10 @@ void Form1::Label7_Click() {
             if (!G.Voltou) placar_.SomaVenceu(cpu.Nivel);
             ++cpu.Vitorias;
             AtualizaPlacar();
-            if (G.Modo == 2) ctx.TempoJogo = std::floor(TempoDecorrido());
+            if (G.Modo == 2) {
+                ctx.TempoJogo = std::floor(TempoDecorrido());
+                perdeuNoTorneio = true;
+            }
         } else {
             AtualizaPlacar();
         }
@@ -141,7 +147,7 @@ void Form1::Label7_Click() {
     G.Fim = true;
     ctx.defineinicio();
     InicioDoProximoJogo();
-    G.Comeca = G.Comeca == 2 ? 1 : 2;
+    if (!perdeuNoTorneio) G.Comeca = G.Comeca == 2 ? 1 : 2;
     Ele_Desistiu = false;
     ctx.PlayGame();
 }

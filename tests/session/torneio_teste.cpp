@@ -88,9 +88,9 @@ TEST_F(Torneio, OitoFasesVencidasComUmaDerrotaEntramNaTabelaDoNivel8) {
     EXPECT_FALSE(form.modelo.LbPT2.Visivel);
 }
 
-TEST_F(Torneio, ReiniciarNaoMudaAFaseEContaNoPlacarDaFase) {
+TEST_F(Torneio, ReiniciarNaoMudaAFaseNemQuemComecaEContaNoPlacarDaFase) {
     humano.ativo = false;
-    int reinicios = 0;
+    int reinicios = 0, comeca = 0;
     std::string nome;
     aCadaEvento = [&] {
         auto& c = form.ctx;
@@ -99,6 +99,7 @@ TEST_F(Torneio, ReiniciarNaoMudaAFaseEContaNoPlacarDaFase) {
             c.Jogador[2].Nivel = 4;
             nome = c.Jogador[2].Nome;
             relogio.Avanca(30);
+            comeca = c.Game.Comeca;
             form.Label7_Click();
         } else {
             form.EncerraPrograma();
@@ -108,6 +109,8 @@ TEST_F(Torneio, ReiniciarNaoMudaAFaseEContaNoPlacarDaFase) {
     EXPECT_EQ(form.ctx.Jogador[2].Nivel, 4);
     EXPECT_EQ(form.ctx.Jogador[2].Nome, nome);
     EXPECT_EQ(form.placar().Venceu(4), 1);
+    // A game lost to the computer: the same side begins the replay of the stage.
+    EXPECT_EQ(form.ctx.Game.Comeca, comeca);
     EXPECT_GE(form.ctx.TempoJogo, 30); // the run's clock goes on
     EXPECT_GE(relogio.Agora() - form.ctx.InicioJogo, 30);
 }
