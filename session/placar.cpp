@@ -71,6 +71,9 @@ void Form1::OrientaTabuleiro(const std::string& tipo) {
     for (int i = 12; i <= 89; ++i)
         modelo.imgpd[i] = modelo.PosicaoCasa[tipo == "Cliente" ? 101 - i : i];
     ctx.defineinicio();
+    // The fresh board is the only position so far: the counter must not show the last
+    // game's history while a message box stands before the first turn.
+    ctx.GravaInicioHistorico();
 }
 
 void Form1::EstaConectado() {

@@ -88,6 +88,31 @@ TEST_F(Torneio, OitoFasesVencidasComUmaDerrotaEntramNaTabelaDoNivel8) {
     EXPECT_FALSE(form.modelo.LbPT2.Visivel);
 }
 
+TEST_F(Torneio, OTabuleiroNovoDoTorneioNaoMostraAHistoriaDoJogoAnterior) {
+    // Four positions into a game against the computer, "Novo jogo" chooses the tournament;
+    // the welcome box shows over the fresh board.
+    RespostaDialogo torneio{SaidaDialogo::Jogar, Aba(1)};
+    torneio.campos.Nivel = 8;
+    torneio.campos.TxtHC = "Ana";
+    tela.dialogos = {torneio};
+    std::string contador, antes;
+    tela.aoMensagem = [&](const std::string& m) {
+        if (m.rfind("Bem vindo", 0) != 0) return;
+        contador = form.ctx.painel.Label10.Texto;
+        form.EncerraPrograma();
+    };
+    aCadaEvento = [&] {
+        auto& c = form.ctx;
+        if (antes.empty() && c.EsperaClique() && c.JogadaAtual == 4) {
+            antes = c.painel.Label10.Texto;
+            form.Label6_Click();
+        }
+    };
+    Roda([&] { Comeca(1, 2); });
+    EXPECT_EQ(antes, "4/4");
+    EXPECT_EQ(contador, "1/1");
+}
+
 TEST_F(Torneio, ReiniciarNaoMudaAFaseNemQuemComecaEContaNoPlacarDaFase) {
     humano.ativo = false;
     int reinicios = 0, comeca = 0;
