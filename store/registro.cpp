@@ -170,8 +170,14 @@ bool clsRegistryAccess::Confirma(std::optional<ArvoreRegistro> antes) {
 }
 
 void clsRegistryAccess::IniciaLote() {
-    if (lote_++ > 0) return;
+    if (lote_ > 0) {
+        ++lote_;
+        return;
+    }
+    // The store must hold the file before the run begins: a run that is the object's first
+    // operation would otherwise rewrite the file from an empty tree.
     Sincroniza();
+    lote_ = 1;
     antesDoLote_ = arvore_;
     pendente_ = false;
 }

@@ -52,6 +52,16 @@ confere "importa" 0 $?
 grep -q '"TxtHC"="Conceição"' "$VELMORA_CONFIG"
 confere "importado no registro" 0 $?
 
+# an import adds, changes or removes only what its file names
+printf 'REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Norvane\\Velmora Ace]\r\n"DF"="2"\r\n"TxtHC"="Ana"\r\n"Velocit"="3"\r\n' \
+    >"$VELMORA_CONFIG"
+printf 'REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Norvane\\Velmora Ace]\r\n"Velocit"="5"\r\n"DF"=-\r\n' \
+    >"$pasta/um.reg"
+"$cli" configuracao importa "$pasta/um.reg" >/dev/null
+confere "importa um valor" 0 $?
+confere "os outros valores ficam" "\"TxtHC\"=\"Ana\"
+\"Velocit\"=\"5\"" "$(grep -e '"TxtHC"' -e '"Velocit"' -e '"DF"' "$VELMORA_CONFIG" | tr -d '\r')"
+
 echo "isto não é registro" >"$pasta/ruim.reg"
 "$cli" configuracao importa "$pasta/ruim.reg" 2>/dev/null
 confere "arquivo que não é REGEDIT4" 2 $?

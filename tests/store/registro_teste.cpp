@@ -221,6 +221,25 @@ TEST_F(Registro, ImportaComoOTextoManda) {
     EXPECT_EQ(reg.ImportFromReg(pasta / "nao-existe.reg"), 0);
 }
 
+TEST_F(Registro, ImportarComoPrimeiraOperacaoSoMudaOQueOArquivoNomeia) {
+    const std::string k = "HKCU\\Software\\Norvane\\Velmora Ace";
+    reg.WriteString(k, "TocarSom", "False");
+    reg.WriteString(k, "Velocit", "3");
+    reg.WriteString(k + "\\Nicks", "ana", "segredo");
+    const auto arquivo = pasta / "um.reg";
+    Escreve(arquivo, "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Norvane\\Velmora Ace]\r\n"
+                     "\"Velocit\"=\"5\"\r\n\"TocarSom\"=-\r\n");
+    {
+        // A new object reads the file on its first call, which is the import.
+        clsRegistryAccess outro(configuracao);
+        ASSERT_EQ(outro.ImportFromReg(arquivo), 1);
+    }
+    clsRegistryAccess depois(configuracao);
+    EXPECT_EQ(depois.ReadString(k, "Velocit", ""), "5");
+    EXPECT_FALSE(depois.ValueExists(k, "TocarSom"));
+    EXPECT_EQ(depois.ReadString(k + "\\Nicks", "ana", ""), "segredo");
+}
+
 TEST_F(Registro, OArquivoGuardaTudoExatamente) {
     const std::string k = "HKCU\\Software\\Norvane\\Velmora Ace";
     const std::string estranho = "aspas \" barra \\ fim\r\nlinha 2\ttab";
