@@ -194,7 +194,10 @@ uint8_t Motor::PensaJogada() {
     // set up another board does the move found belong to a board that is gone.
     if (ctx.TabuleirosPostos != tabuleiro) return 0;
 
-    if (v == -10000) {
+    // The move comes from the list of the position it is played on, so it has two squares
+    // at least; no move at all is the loss of step 4, whatever the value said.
+    const Jogada s = v == -10000 ? Jogada{} : JogadaDaRaiz(ctx.Atual);
+    if (s.tam < 2) {
         painel.lbMsg.Texto = "CPU Perdeu.";
         ctx.Game.Fim = true;
         ctx.Atual.Vez = static_cast<uint8_t>(3 - ctx.Atual.Vez);
@@ -207,7 +210,6 @@ uint8_t Motor::PensaJogada() {
             return 1;
         }
     } else {
-        const Jogada s = Linha(0, 0);
         painel.lbYMM.Texto = "Minha vez de jogar";
         painel.lbMoves.Cor = painel.lbValue.Cor;
         painel.lbMoves.Texto = NomeCasa(s[0]) + "-" + NomeCasa(s[1]);
@@ -231,6 +233,17 @@ uint8_t Motor::PensaJogada() {
     plat.ProcessaEventos();
     ctx.GravaHistorico(ctx.Atual.Vez, false);
     return 0;
+}
+
+Jogada Motor::JogadaDaRaiz(Posicao& raiz) {
+    Gerador& lista = ctx.gerador();
+    lista.SegueLinha = 0;
+    raiz.IniLista = 1;
+    lista.ListaComputador(raiz, ctx.Atual);
+    const Jogada& linha = Linha(0, 0);
+    for (int i = raiz.IniLista; i <= raiz.FimLista; ++i)
+        if (lista.Slot(i) == linha) return linha;
+    return raiz.FimLista >= raiz.IniLista ? lista.Slot(raiz.IniLista) : Jogada{};
 }
 
 int Motor::VaiVencer(float segundos) {

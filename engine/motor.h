@@ -35,6 +35,9 @@ class Motor : public Pensador {
                   bool silencioso = false);
 
     uint8_t PensaJogada() override;
+    // The move to play at `raiz`, always one of its own list: the first of the last search's
+    // line when it is one of them, else the first listed; empty when raiz has no move.
+    Jogada JogadaDaRaiz(Posicao& raiz);
     double TempoNivel(int nivel);
     // 0 no clear winner, 1 this copy's player stands better, 2 the other.
     int VaiVencer(float segundos);

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <set>
 
@@ -206,6 +207,32 @@ TEST_F(Motor_, FimPostoEntreIteracoesJogaOLanceAchadoMenosEmOutroTabuleiro) {
             EXPECT_EQ(ctx.Historico[2], TextoComVez(ctx.Atual));
         }
     }
+}
+
+TEST_F(Motor_, OLanceJogadoEhSempreDaListaDaPosicao) {
+    ctx.Game.Regra = 1;
+    const Posicao duas = Pos(1, {{62, 1}, {13, 2}});
+    const auto listadas = teste::Lista(1, duas, false).jogadas;
+    const auto daLista = [&](const Jogada& j) {
+        return std::find(listadas.begin(), listadas.end(), JogadaEmNumeros(j)) != listadas.end();
+    };
+    // A fresh engine has no line at all: the first move listed.
+    Posicao p = duas;
+    EXPECT_EQ(JogadaEmNumeros(motor.JogadaDaRaiz(p)), listadas.front());
+    // No move: nothing, not a move of the line before.
+    Posicao sem = Pos(1, {{82, 1}, {73, 2}, {64, 2}});
+    EXPECT_TRUE(motor.JogadaDaRaiz(sem).vazia());
+    // The line of another position's search is not played here.
+    Posicao inicial = PosicaoInicial();
+    motor.Aprofunda(inicial, 1e6, 3);
+    p = duas;
+    EXPECT_TRUE(daLista(motor.JogadaDaRaiz(p)));
+    // After its own search: the line's first move.
+    p = duas;
+    motor.Aprofunda(p, 1e6, 3);
+    const Jogada melhor = motor.Linha(0, 0);
+    p = duas;
+    EXPECT_EQ(motor.JogadaDaRaiz(p), melhor);
 }
 
 TEST_F(Motor_, RepeticaoNoFimDaLinha) {
