@@ -4,7 +4,7 @@
 #include "ui/barratitulo.h"
 #include "ui/caixas.h"
 #include "ui/desenhos.h"
-#include "ui/filtrapalavroes.h"
+#include "peer/filtrapalavroes.h"
 #include "ui/frmopcoes.h"
 #include "ui/frmrecordes.h"
 #include "ui/frmsobre.h"
