@@ -224,6 +224,9 @@ void ConexaoPeer::FimDoHandshake(const std::string& palavra) {
     form_.AtualizaPlacar();
     form_.EstaConectado();
     Close_Valendo = true;
+    // Whose turn the first game begins with stands from now: the peer's start signal may
+    // come before this copy's game loop has shown it.
+    c.painel.PicVezDois.Visivel = c.Game.Comeca != c.LadoLocal();
 }
 
 // ---------------------------------------------------------------- start of each game
@@ -244,11 +247,14 @@ void ConexaoPeer::HandshakeInicio() {
     }
     const double nota = std::floor(Decorrido());
     G.AceitaClique = false;
+    emInicio_ = true;
+    // The wait flag stands over the whole sequence, so that a new dialog waits for it.
     form_.EmEspera[Form1::EsperaInicio] = true;
     // A start repair that comes meanwhile makes the sequence give way at once.
     const auto cede = [&] {
         if (!corrige_) return false;
         form_.EmEspera[Form1::EsperaInicio] = false;
+        emInicio_ = false;
         saiuParaCorrigir_ = true;
         c.StartInitGame = true;
         return true;
@@ -280,6 +286,7 @@ void ConexaoPeer::HandshakeInicio() {
     }
     cede();
     form_.EmEspera[Form1::EsperaInicio] = false;
+    emInicio_ = false;
     Log(std::string("Após o loop PODEINICIAR = ") + (form_.PodeIniciar ? "True" : "False"));
     if (c.StartInitGame) return;
     G.AceitaClique = true;

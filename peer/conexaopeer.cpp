@@ -6,6 +6,10 @@
 
 namespace velmora {
 
+namespace {
+constexpr std::int32_t sckAddressInUse = 10048;
+} // namespace
+
 ConexaoPeer::ConexaoPeer(Form1& form, modSocketMaster& mod, TelaPeer* tela)
     : WS(mod), WsTeste(mod), WSG(mod), form_(form), mod_(mod), tela_(tela ? tela : &semTela_) {
     vaiVencer = [this](double s) { return form_.motor.VaiVencer(static_cast<float>(s)); };
@@ -103,6 +107,11 @@ std::string ConexaoPeer::Escuta(int porta) {
     } catch (const ErroSocket& e) {
         Descarrega(1);
         return std::to_string(e.Numero) + ": " + e.Descricao;
+    }
+    if (WS(1).State() != sckListening) {
+        // The port couldn't be bound: another program holds it.
+        Descarrega(1);
+        return std::to_string(sckAddressInUse) + ": " + TextoErroSocket(sckAddressInUse);
     }
     return {};
 }

@@ -170,6 +170,7 @@ class ConexaoPeer : public Rede {
     // A start repair is pending: the start sequence on the stack must give way.
     bool corrige_ = false;
     bool saiuParaCorrigir_ = false;
+    bool emInicio_ = false; // the start sequence of a game that this copy starts is running
 };
 
 } // namespace velmora

@@ -113,7 +113,7 @@ void ConexaoPeer::RecebeErroInicio(bool responde) {
 
 void ConexaoPeer::TimerCorrige_Timer() {
     // A start sequence on the stack gives way first.
-    if (form_.EmEspera[Form1::EsperaInicio]) return;
+    if (emInicio_) return;
     form_.TimerCorrige.stop();
     auto& c = ctx();
     corrige_ = false;

@@ -130,6 +130,16 @@ class PensadorRede : public Pensador {
     double tempo_;
 };
 
+// Between two games, with the last one's end fully told: leaving now costs nothing.
+bool EntreJogos(const Form1& f) {
+    const auto& c = f.ctx;
+    if (!c.Game.Conectado || !c.Game.Fim || c.Game.EmPlay) return false;
+    // The start sequence of the next game may be running; the other waits may not.
+    for (int k : {Form1::EsperaEntregar, Form1::EsperaAtribui, Form1::EsperaDespacho})
+        if (f.EmEspera[k]) return false;
+    return !(c.painel.Label27.Visivel && c.painel.Label27.Texto == "Você venceu");
+}
+
 struct Ajustes {
     bool escuta = true;
     std::string host;
@@ -438,9 +448,7 @@ int ComandoPartidaRede(const Argumentos& args) {
         relato.Mostra();
         if (executando || form.Encerrado()) return;
         executando = true;
-        if (a.jogos > 0 && relato.terminados >= a.jogos && form.ctx.Game.Conectado &&
-            (form.ctx.Game.EmPlay || !form.ctx.Game.Fim))
-            desconecta();
+        if (a.jogos > 0 && relato.terminados >= a.jogos && EntreJogos(form)) desconecta();
         if (!linhas.Vazia()) {
             std::string l = linhas.Tira();
             if (!executa(l)) linhas.Devolve(l);
