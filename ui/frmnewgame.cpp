@@ -600,7 +600,7 @@ void FrmNewGame::Label3_Click() {
     MostraCancelar();
     GravaOpcao(amb_.reg, "OPTJ", std::to_string(aba_));
     CamposNovoJogo campos = Campos();
-    if (aba_ >= 3) {
+    if (aba_ == 3 || aba_ == 4) {
         if (!Valida()) return;
         if (!conectaOnline) {
             amb_.caixas.Mensagem(this,

@@ -4,7 +4,8 @@
 #include "ui/barratitulo.h"
 #include "ui/caixas.h"
 #include "ui/desenhos.h"
-#include "ui/filtrapalavroes.h"
+#include "peer/conexaopeer.h"
+#include "peer/filtrapalavroes.h"
 #include "ui/frmopcoes.h"
 #include "ui/frmrecordes.h"
 #include "ui/frmsobre.h"
@@ -557,6 +558,14 @@ QString JanelaTabuleiro::LinhaDeChat(const QString& nome, const QString& texto) 
 }
 
 void JanelaTabuleiro::Label25_Click() {
+    if (auto* peer = dynamic_cast<ConexaoPeer*>(&f_.rede())) {
+        // The peer link filters, sends and logs the line, or tells why it can't.
+        if (peer->EnviaChat(Text3->text().toStdString())) Text3->clear();
+        Atualiza();
+        Text4->moveCursor(QTextCursor::End);
+        Text3->setFocus();
+        return;
+    }
     Form1Modelo& m = f_.modelo;
     const bool ativo =
         f_.config.HabilitaChat &&

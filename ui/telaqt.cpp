@@ -8,6 +8,7 @@
 #include "ui/frmsobre.h"
 #include "ui/frmsplash.h"
 #include "ui/janelatabuleiro.h"
+#include "ui/redeqt.h"
 #include "ui/som/tocador.h"
 
 #include <QApplication>
@@ -49,9 +50,12 @@ void TelaQt::Liga(Form1& form1) {
     janela_ = std::make_unique<JanelaTabuleiro>(form1, *amb_);
     janela_->aoPrimeiraAtivacao = [this] { form1_->Form_Activate(); };
     janela_->abreSobre = [this](QWidget* pai) { MostraSobre(pai); };
+    rede_ = std::make_unique<RedeQt>(form1, *amb_, [this] { return Pai(); });
 }
 
 void TelaQt::Libera() {
+    if (form1_) form1_->UsaRede(semRede_);
+    rede_.reset();
     janela_.reset();
     amb_.reset();
     form1_ = nullptr;

@@ -1,6 +1,7 @@
 #pragma once
 // The session's screen on Qt: the splash, the board window, the new game dialog, the
 // message boxes, the records viewer, the sounds and music, full screen and the end.
+#include "session/rede.h"
 #include "session/tela.h"
 #include "ui/ambiente.h"
 
@@ -18,6 +19,7 @@ namespace velmora::ui {
 class FrmNewGame;
 class FrmSplash;
 class JanelaTabuleiro;
+class RedeQt;
 
 class TelaQt : public Tela {
   public:
@@ -75,6 +77,8 @@ class TelaQt : public Tela {
     Form1* form1_ = nullptr;
     std::unique_ptr<AmbienteUi> amb_;
     std::unique_ptr<JanelaTabuleiro> janela_;
+    std::unique_ptr<RedeQt> rede_; // the peer link, made with the window
+    Rede semRede_;                 // what the session keeps once the link is gone
     std::unique_ptr<FrmSplash> splash_;
 };
 

@@ -1,6 +1,7 @@
 // velmora-ace: the desktop program. The splash shows the version, the board window follows
 // and opens the new game dialog; the game session behind it runs every game.
 #include "captura.h"
+#include "capturarede.h"
 
 #include "session/frmsplash.h"
 #include "session/relogio.h"
@@ -61,6 +62,7 @@ int main(int argc, char** argv) {
     velmora::FrmSplash splash(tela, relogio);
     tela.localizaForm1 = [&splash] { return splash.form1.get(); };
     velmora::ace::PreparaCaptura(tela);
+    velmora::ace::PreparaCapturaRede(tela);
 
     splash.Form_Load();
 #ifdef VELMORA_COM_SOM

@@ -5,6 +5,7 @@
 // are printed as they change. The session goes on from game to game until the input ends.
 #include "comandos.h"
 #include "opcoes.h"
+#include "partidarede.h"
 
 #include "core/casas.h"
 #include "core/tabuleiro.h"
@@ -215,6 +216,7 @@ void Executa(Form1& form, const std::string& p) {
 } // namespace
 
 int ComandoPartida(const Argumentos& args) {
+    if (PedePartidaRede(args)) return ComandoPartidaRede(args);
     Opcoes o(args, {"tipo", "modo", "regra", "nivel1", "nivel2", "comeca", "resposta", "nome1",
                     "nome2", "tempo"});
     if (!o.ok()) return ErroDeUso(o.erro);

@@ -5,7 +5,7 @@
 #include "store/configuracao.h"
 #include "store/placar.h"
 #include "store/recordes.h"
-#include "ui/filtrapalavroes.h"
+#include "peer/filtrapalavroes.h"
 #include "ui/frmbloqueio.h"
 #include "ui/frmmsgbox.h"
 #include "ui/frmopcoes.h"

@@ -1,8 +1,8 @@
-#include "ui/filtrapalavroes.h"
+#include "peer/filtrapalavroes.h"
 
 #include <QStringList>
 
-namespace velmora::ui {
+namespace velmora {
 
 namespace {
 
@@ -39,4 +39,4 @@ QString FiltraPalavroes(const QString& texto) {
     return TiraBrancos(t);
 }
 
-} // namespace velmora::ui
+} // namespace velmora

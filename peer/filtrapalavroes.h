@@ -3,8 +3,8 @@
 // upper case, become runs of "*" as long as the word.
 #include <QString>
 
-namespace velmora::ui {
+namespace velmora {
 
 QString FiltraPalavroes(const QString& texto);
 
-} // namespace velmora::ui
+} // namespace velmora
