@@ -127,6 +127,7 @@ class ConexaoWeb : public std::enable_shared_from_this<ConexaoWeb> {
                 r.status = 400;
                 r.corpo = "Pedido inválido";
                 const bool http = self->recebido_.find(" HTTP/1.") != std::string::npos;
+                self->drena_ = true;
                 return self->Escreve(http ? FormaPedido::Http : FormaPedido::Nua, false, r, "-");
             }
             self->Atende(l.pedido);
@@ -228,10 +229,31 @@ class ConexaoWeb : public std::enable_shared_from_this<ConexaoWeb> {
         asio::async_write(socket_, asio::buffer(*texto),
                           [self = shared_from_this(), texto](const asio::error_code&, std::size_t) {
                               asio::error_code ignora;
+                              if (self->drena_) {
+                                  // A refused request may still be arriving: read and drop
+                                  // a little of it first, so the answer isn't lost to a reset
+                                  self->socket_.shutdown(tcp::socket::shutdown_send, ignora);
+                                  self->prazo_.cancel();
+                                  self->ArmaPrazo(1.0);
+                                  return self->Drena(0);
+                              }
                               self->socket_.shutdown(tcp::socket::shutdown_both, ignora);
                               self->socket_.close(ignora);
                               self->prazo_.cancel();
                           });
+    }
+
+    void Drena(std::size_t lidos) {
+        socket_.async_read_some(asio::buffer(buf_), [self = shared_from_this(), lidos](
+                                                        const asio::error_code& ec, std::size_t n) {
+            if (ec || lidos + n > 65536) {
+                asio::error_code ignora;
+                self->socket_.close(ignora);
+                self->prazo_.cancel();
+                return;
+            }
+            self->Drena(lidos + n);
+        });
     }
 
     Servidor::Estado& e_;
@@ -241,6 +263,7 @@ class ConexaoWeb : public std::enable_shared_from_this<ConexaoWeb> {
     std::string endereco_;
     std::array<char, 2048> buf_{};
     std::string recebido_;
+    bool drena_ = false;
 };
 
 // One side of the relay. It reads the copy's first message, waits in the list of its
@@ -467,6 +490,7 @@ void Servidor::Abre() {
     };
     abre(e_->web, e_->o.endereco, e_->o.porta);
     abre(e_->relay, e_->o.EnderecoRelay(), e_->o.portaRelay);
+    e_->servico.DefinePortas(PortaWeb(), PortaRelay());
 }
 
 std::uint16_t Servidor::PortaWeb() const {

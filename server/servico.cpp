@@ -78,8 +78,9 @@ Servico::Servico(const Opcoes& opcoes, Armazem& armazem)
           return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
               .count();
       }),
-      o_(opcoes), a_(armazem), limiteEntrar_(10, 10.0 / 60), limiteCadastro_(5, 5.0 / 600),
-      limitePremio_(20, 20.0 / 600), limiteSonda_(4, 4.0 / 60) {
+      o_(opcoes), a_(armazem), portaWeb_(opcoes.porta), portaRelay_(opcoes.portaRelay),
+      limiteEntrar_(10, 10.0 / 60), limiteCadastro_(5, 5.0 / 600), limitePremio_(20, 20.0 / 600),
+      limiteSonda_(4, 4.0 / 60) {
     if (o_.semLimites) {
         limiteEntrar_.Desliga();
         limiteCadastro_.Desliga();
@@ -119,7 +120,7 @@ Resposta Servico::Responde(const Pedido& p, const std::string& endereco) {
             if (acao == "Deletar_Conectado")
                 r.corpo = SaiDaLista(q, endereco);
             else if (acao == "Server" || Valor(q, "prog") == "Velmora Chief")
-                r.corpo = "IPSERVER#" + o_.HostPublico() + "#" + Numero(o_.portaRelay);
+                r.corpo = "IPSERVER#" + o_.HostPublico() + "#" + Numero(portaRelay_);
             else if (Tem(q, "NomeUsuario"))
                 r.corpo = Lista(q, endereco);
             else if (Tem(q, "nick"))
@@ -375,9 +376,14 @@ std::string Servico::AtribuiVitoria(const Parametros& q, const std::string& ende
     return Totais(id1, id2);
 }
 
+std::string Servico::UrlPublica() const {
+    const std::uint16_t porta = portaWeb_;
+    return "http://" + o_.HostPublico() + (porta == 80 ? "" : ":" + Numero(porta));
+}
+
 std::string Servico::Atualizacao() const {
     const std::string link = o_.linkInstalador.empty()
-                                 ? o_.UrlPublica() + "/html/download.php?prog=velmace"
+                                 ? UrlPublica() + "/html/download.php?prog=velmace"
                                  : o_.linkInstalador;
     return "!*!Velmora Ace!*!" + SemSeparador(o_.versaoNova, "!*!") + "!*!" +
            SemSeparador(link, "!*!") + "!*!" + (o_.obrigatorio ? "obrigatorio" : "opcional") +

@@ -10,6 +10,7 @@
 #include "server/opcoes.h"
 #include "server/pedido.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -51,6 +52,13 @@ class Servico {
     // query (it carries passwords).
     static std::string Resumo(const Pedido& p);
 
+    // The ports actually opened (the options may ask for port 0, any free port).
+    void DefinePortas(std::uint16_t web, std::uint16_t relay) {
+        portaWeb_ = web;
+        portaRelay_ = relay;
+    }
+    std::string UrlPublica() const;
+
   private:
     std::string Lista(const Parametros& q, const std::string& endereco);
     std::string ParametrosSessao(const Parametros& q, const std::string& endereco);
@@ -69,6 +77,7 @@ class Servico {
 
     const Opcoes& o_;
     Armazem& a_;
+    std::atomic<std::uint16_t> portaWeb_, portaRelay_;
     LimiteTaxa limiteEntrar_, limiteCadastro_, limitePremio_, limiteSonda_;
 };
 
