@@ -16,6 +16,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <chrono>
 #include <filesystem>
 #include <functional>
@@ -120,6 +121,12 @@ struct ServicoVivo {
         opcoes.dados = pasta;
         opcoes.custoSenha = {1, 8 * 1024};
         opcoes.tempoSonda = 1.0;
+        // With VELMORA_TESTE_PG the same tests run on PostgreSQL, each in a schema of its own
+        if (const char* pg = std::getenv("VELMORA_TESTE_PG"); pg && *pg) {
+            const std::string esquema = "t" + std::to_string(::getpid()) + "_" + std::to_string(std::random_device{}() % 1000000);
+            AbrePostgres(pg)->ExecutaScript("CREATE SCHEMA " + esquema);
+            opcoes.banco = std::string(pg) + "?options=-csearch_path%3D" + esquema;
+        }
         if (ajusta) ajusta(opcoes);
         if (opcoes.banco.empty())
             armazem = std::make_unique<Armazem>(AbreSqlite(pasta / "t.db"));
