@@ -16,7 +16,8 @@ header{background:#5b3a1e;color:#fff;padding:14px 18px}
 header a{color:#ffe6b3;text-decoration:none;font-weight:600}
 header h1{margin:0;font-size:1.4em}
 nav{margin-top:6px;font-size:.95em}
-nav a{margin-right:14px}
+nav a{margin-right:14px;display:inline-block;white-space:nowrap}
+.medalha{display:inline-block;width:1.3em;height:1.3em;line-height:1.3em;border-radius:50%;background:#d4a017;color:#fff;text-align:center;font-size:.8em;font-weight:700;vertical-align:middle}
 main{max-width:860px;margin:0 auto;padding:16px}
 table{width:100%;border-collapse:collapse;background:#fff;box-shadow:0 1px 3px rgba(0,0,0,.15)}
 th,td{padding:8px 10px;text-align:left;border-bottom:1px solid #eadfcd}
@@ -29,7 +30,7 @@ tr:nth-child(even) td{background:#fbf8f2}
 form input{padding:8px;margin:4px 0;font-size:1em;max-width:100%}
 form button{padding:8px 16px;font-size:1em;background:#5b3a1e;color:#fff;border:0}
 footer{text-align:center;color:#7a6a58;font-size:.85em;padding:20px}
-@media (max-width:560px){th.op,td.op{display:none}header h1{font-size:1.15em}}
+@media (max-width:560px){th.op,td.op{display:none}header h1{font-size:1.15em}main{padding:10px}th,td{padding:7px 5px}td{word-break:break-word}.estrelas{letter-spacing:0;font-size:.85em}}
 )";
 
 std::string Cabeca(const std::string& titulo) {
@@ -57,7 +58,7 @@ std::string Nivel(std::int64_t pontos) {
         if (pontos >= limite) ++estrelas;
     std::string s;
     for (int i = 0; i < estrelas; ++i) s += "★";
-    if (pontos >= 10000) s += " 🏅";
+    if (pontos >= 10000) s += " <span class=\"medalha\" title=\"Medalha\">M</span>";
     return s.empty() ? "-" : s;
 }
 
