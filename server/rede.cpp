@@ -384,6 +384,8 @@ class LadoRelay : public std::enable_shared_from_this<LadoRelay> {
         antes->Envia(std::move(inicio_), [self] { self->Le(); });
         if (!antes->pendente_.empty()) Envia(std::move(antes->pendente_), [] {});
         // Its read is still pending and now forwards to us
+        e_.Log(antes->endereco_ + " relay par com " + endereco_ +
+               (nick_.grupo.empty() ? " (estranhos)" : " (grupo)"));
         auto& s = e_.servico;
         asio::post(e_.trabalhadores, [&s, a = antes->nick_, ea = antes->endereco_, b = nick_,
                                       eb = endereco_] { s.RegistraParRelay(a, ea, b, eb); });
