@@ -158,13 +158,16 @@ class ConexaoWeb : public std::enable_shared_from_this<ConexaoWeb> {
             return Escreve(forma, cabeca, r, resumo);
         }
         ++e_.fila;
-        asio::post(e_.trabalhadores, [self = shared_from_this(), p, forma, cabeca, resumo] {
-            Resposta r = self->e_.servico.Responde(p, self->endereco_);
-            --self->e_.fila;
-            asio::post(self->e_.io, [self, r = std::move(r), forma, cabeca, resumo] {
-                self->Escreve(forma, cabeca, r, resumo);
-            });
-        });
+        asio::post(e_.trabalhadores,
+                   [self = shared_from_this(), p, forma, cabeca, resumo]() mutable {
+                       Resposta r = self->e_.servico.Responde(p, self->endereco_);
+                       --self->e_.fila;
+                       // The connection goes back whole to the socket thread, which alone lets it
+                       // go
+                       auto& io = self->e_.io;
+                       asio::post(io, [self = std::move(self), r = std::move(r), forma, cabeca,
+                                       resumo] { self->Escreve(forma, cabeca, r, resumo); });
+                   });
     }
 
     // The service dials the caller's own address on the port asked, with a short deadline
