@@ -1,5 +1,6 @@
 #include "server/opcoes.h"
 
+#include <cctype>
 #include <charconv>
 #include <cstdlib>
 #include <fstream>
@@ -253,6 +254,16 @@ std::string LeOpcoes(Opcoes& o, const std::vector<std::string>& args) {
                 AplicaUma(o, Apara(linha.substr(0, igual)), Apara(linha.substr(igual + 1)));
             if (!erro.empty()) return arquivo + ":" + std::to_string(n) + ": " + erro;
         }
+    }
+    // Then the environment: VELMORA_SERVICO_ and the name in capitals, "-" as "_"
+    for (const auto& [chave, item] : Tabela()) {
+        std::string nome = "VELMORA_SERVICO_";
+        for (const char c : chave)
+            nome += c == '-' ? '_' : static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+        const char* valor = std::getenv(nome.c_str());
+        if (!valor) continue;
+        if (item.semValor && std::string(valor) != "1") continue;
+        if (const auto erro = AplicaUma(o, chave, valor); !erro.empty()) return nome + ": " + erro;
     }
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];

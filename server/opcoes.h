@@ -1,8 +1,9 @@
 #pragma once
 // What the operator chooses: addresses, ports, the database, the update offer, the notice,
 // the limits. From defaults, then a configuration file ("chave = valor" lines, "#"
-// comments), then the command line ("--chave valor" or "--chave=valor"), each overriding
-// the one before. The same names serve all three; `velmora-servico --ajuda` lists them.
+// comments), then the environment (VELMORA_SERVICO_CHAVE), then the command line
+// ("--chave valor" or "--chave=valor"), each overriding the one before. The same names
+// serve all; `velmora-servico --ajuda` lists them.
 #include "server/senha.h"
 
 #include <cstdint>
