@@ -6,7 +6,7 @@ pacotes=(
   libgtest-dev libgmock-dev libbenchmark-dev
   qt6-base-dev qt6-qpa-plugins libgl-dev
   libsdl2-mixer-dev timgm6mb-soundfont
-  libsqlite3-dev libcpp-httplib-dev libasio-dev
+  libsqlite3-dev libcpp-httplib-dev libasio-dev libsodium-dev libpq-dev pkg-config
   xvfb xauth imagemagick
 )
 faltam=()
