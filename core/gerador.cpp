@@ -3,7 +3,13 @@
 #include "core/casas.h"
 #include "core/fazjogada.h"
 
+#include <cstddef>
+#include <cstring>
+
 namespace velmora {
+
+// A plain move is written as one word: its length and its two squares are the first bytes.
+static_assert(offsetof(Jogada, c) == 1);
 
 namespace {
 
@@ -294,25 +300,33 @@ template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&&
     MaiorTexto = 2;
     const int lado = p.Vez;
     const int f1 = Direcoes[lado == 1 ? 1 : 4], f2 = Direcoes[lado == 1 ? 2 : 3];
-    const auto& C = p.Casas;
+    // The board is read into a local copy and the list's end kept in a register: the bytes
+    // written into the slots could otherwise be any of them, and each would be read again.
+    std::array<uint8_t, 101> C;
+    std::memcpy(C.data(), p.Casas.data(), C.size());
+    std::array<uint8_t, 13> casas;
+    for (int i = 1; i <= 12; ++i) casas[i] = p.Peca(numero(i), lado) & 127;
+    Jogada* const lista = ListaJogadas.get();
+    int proxima = ProximaLivre;
     // The stored move of the line stands first already; its copy in the list is dropped.
-    const Jogada& guardada = ListaJogadas[iniNo];
+    const Jogada& guardada = lista[iniNo];
     const bool comGuardada = SegueLinha && guardada.tam == 2;
     const int gDe = comGuardada ? guardada.c[0] : 0, gPara = comGuardada ? guardada.c[1] : 0;
     auto oferece = [&](int de, int para) {
-        // Written always, kept only when the square is free and it isn't the stored move.
-        Jogada& slot = ListaJogadas[ProximaLivre + 1];
-        slot.tam = 2;
-        slot.c[0] = static_cast<uint8_t>(de);
-        slot.c[1] = static_cast<uint8_t>(para);
-        ProximaLivre += (C[para] == 0) & !(de == gDe && para == gPara);
+        // Written always (length and both squares in one store; the byte after them is
+        // free), kept only when the square is free and it isn't the stored move.
+        const uint32_t palavra =
+            2u | static_cast<uint32_t>(de) << 8 | static_cast<uint32_t>(para) << 16;
+        std::memcpy(reinterpret_cast<unsigned char*>(lista + proxima + 1), &palavra,
+                    sizeof palavra);
+        proxima += (C[para] == 0) & !(de == gDe && para == gPara);
     };
     // A king's directions in its generator's order: under rule set 1 side 2 draws its
     // first direction for each king, as GeraRegra1 does.
     const int* ordemDama = lado == 1 ? ordemTodas : ordemTodasInversa;
     int rodada[5] = {4, 0, 0, 0, 0};
     for (int i = 1; i <= 12; ++i) {
-        const int casa = p.Peca(numero(i), lado) & 127;
+        const int casa = casas[i];
         if (casa == 0) continue;
         if (!(C[casa] & DAMA)) {
             oferece(casa, casa + f1);
@@ -337,6 +351,7 @@ template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&&
             for (int w = casa + passo; C[w] == 0; w += passo) oferece(casa, w);
         }
     }
+    ProximaLivre = proxima;
 }
 
 bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia) {
