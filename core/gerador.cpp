@@ -77,7 +77,7 @@ void Gerador::AnotaJogada(const Jogada& m) {
     ListaJogadas[++ProximaLivre] = m;
 }
 
-void Gerador::GeraPeca(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraPeca(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     switch (Regra) {
     case 1:
         GeraRegra1(p, casa, saltos, texto, barrada);
@@ -96,7 +96,7 @@ void Gerador::GeraPeca(const Posicao& p, int casa, int saltos, const Jogada& tex
     }
 }
 
-void Gerador::GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraRegra1(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     const bool dama = p.Casas[casa] & DAMA;
     if (!dama)
         return p.Vez == 1 ? GeraCurta<1, 1>(p, casa, saltos, texto, barrada)
@@ -108,31 +108,56 @@ void Gerador::GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& t
     GeraDama(p, casa, saltos, texto, barrada, ordem);
 }
 
-void Gerador::GeraRegra2(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraRegra2(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     if (!(p.Casas[casa] & DAMA))
         return p.Vez == 1 ? GeraCurta<2, 1>(p, casa, saltos, texto, barrada)
                           : GeraCurta<2, 2>(p, casa, saltos, texto, barrada);
     GeraDama(p, casa, saltos, texto, barrada, p.Vez == 1 ? ordemTodas : ordemTodasInversa);
 }
 
-void Gerador::GeraRegra3(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraRegra3(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     if (!(p.Casas[casa] & DAMA))
         return p.Vez == 1 ? GeraCurta<3, 1>(p, casa, saltos, texto, barrada)
                           : GeraCurta<3, 2>(p, casa, saltos, texto, barrada);
     GeraDama(p, casa, saltos, texto, barrada, p.Vez == 1 ? ordemTodas : ordemTodasInversa);
 }
 
-void Gerador::GeraRegra4(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraRegra4(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     if (p.Vez == 1)
         GeraCurta<4, 1>(p, casa, saltos, texto, barrada);
     else
         GeraCurta<4, 2>(p, casa, saltos, texto, barrada);
 }
 
+template <class Segue>
+inline void Gerador::Salto(Posicao& p, Jogada& rota, int de, int para, int saltada, Segue&& segue) {
+    if (Atalho) {
+        auto& C = p.Casas;
+        const uint8_t peca = C[de], tomada = C[saltada];
+        C[para] = peca;
+        C[de] = 0;
+        C[saltada] = BORDA; // jumped: it blocks the way until the move ends
+        rota.acrescenta(static_cast<uint8_t>(de), static_cast<uint8_t>(para),
+                        static_cast<uint8_t>(saltada));
+        segue(p, rota);
+        rota.tam = static_cast<uint8_t>(rota.tam - 3);
+        C[saltada] = tomada;
+        C[para] = 0; // it was free: the jump landed there
+        C[de] = peca;
+        return;
+    }
+    Jogada copiaRota = rota;
+    copiaRota.acrescenta(static_cast<uint8_t>(de), static_cast<uint8_t>(para),
+                         static_cast<uint8_t>(saltada));
+    Posicao copia = p;
+    FazJogadaGerada(copia, copiaRota.c.data() + copiaRota.tam - 3, 3, false);
+    segue(copia, copiaRota);
+}
+
 // Where a jump of a short piece goes on: rule set 2 calls itself, rule set 3 finishes the
 // capture of a man under rule set 1 (backward jumps allowed after the first), the others go
 // through GeraPeca.
-void Gerador::Continua(const Posicao& copia, int casa, int saltos, const Jogada& texto, int barrada,
+void Gerador::Continua(Posicao& copia, int casa, int saltos, Jogada& texto, int barrada,
                        int geradora) {
     switch (geradora) {
     case 2:
@@ -154,7 +179,7 @@ void Gerador::Continua(const Posicao& copia, int casa, int saltos, const Jogada&
 // A man under every rule set, and a king under rule set 4: steps to the next square and
 // jumps a piece next to it.
 template <int Geradora, int Lado>
-void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraCurta(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     constexpr uint8_t inimigo = BitDoLado(3 - Lado);
     const bool dama = p.Casas[casa] & DAMA;
     const int* ordem;
@@ -172,12 +197,9 @@ void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& te
         if (vizinha & inimigo) {
             const int l = m + Direcoes[d];
             if (p.Casas[l] == 0) {
-                Jogada rota = texto;
-                rota.acrescenta(static_cast<uint8_t>(casa), static_cast<uint8_t>(l),
-                                static_cast<uint8_t>(m));
-                Posicao copia = p;
-                FazJogadaGerada(copia, rota.c.data() + rota.tam - 3, 3, false);
-                Continua(copia, l, saltos + 1, rota, 5 - d, Geradora);
+                Salto(p, texto, casa, l, m, [&](Posicao& q, Jogada& rota) {
+                    Continua(q, l, saltos + 1, rota, 5 - d, Geradora);
+                });
             }
         } else if (saltos == 0 && vizinha == 0 && (dama || ParaFrente(Lado, d))) {
             AnotaSimples(casa, m);
@@ -188,7 +210,7 @@ void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& te
 
 // A flying king: moves along a free diagonal and jumps a single piece at any distance,
 // landing on any free square behind it.
-void Gerador::GeraDama(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada,
+void Gerador::GeraDama(Posicao& p, int casa, int saltos, Jogada& texto, int barrada,
                        const int* ordem) {
     const uint8_t proprio = BitDoLado(p.Vez);
     for (int i = 1; i <= ordem[0]; ++i) {
@@ -205,12 +227,8 @@ void Gerador::GeraDama(const Posicao& p, int casa, int saltos, const Jogada& tex
                 continue;
             }
             if (saltada) {
-                Jogada rota = texto;
-                rota.acrescenta(static_cast<uint8_t>(casa), static_cast<uint8_t>(w),
-                                static_cast<uint8_t>(saltada));
-                Posicao copia = p;
-                FazJogadaGerada(copia, rota.c.data() + rota.tam - 3, 3, false);
-                GeraPeca(copia, w, saltos + 1, rota, 5 - d);
+                Salto(p, texto, casa, w, saltada,
+                      [&](Posicao& q, Jogada& rota) { GeraPeca(q, w, saltos + 1, rota, 5 - d); });
             } else if (saltos == 0) {
                 AnotaSimples(casa, w);
             }
@@ -364,7 +382,8 @@ bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia, const Anali
     iniNo = p.IniLista;
     bool todasDamas = true;
     const int lado = p.Vez;
-    const Jogada vazia;
+    Jogada vazia{Jogada::SemZerar{}}; // the route, built in place as captures are followed
+    vazia.tam = 0;
     // A node holds at most 12 pieces of 13 plain moves each: the fast way never reaches
     // the end of the table.
     if (Atalho && a.tipo == 2 && ProximaLivre + 157 <= CAPACIDADE) {
@@ -416,7 +435,8 @@ void Gerador::ListaHumano(Posicao& p, const Analise& a) {
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return;
     }
-    const Jogada vazia;
+    Jogada vazia{Jogada::SemZerar{}}; // the route, built in place as captures are followed
+    vazia.tam = 0;
     for (int numero = 1; numero <= 12; ++numero) {
         const int casa = p.Peca(numero, lado) & 127;
         if (casa == 0) continue;

@@ -203,6 +203,11 @@ TEST(Gerador, AtalhoDaAsMesmasListasQueOCaminhoLento) {
                 }
                 for (int i = p.IniLista + (modo == 2); i <= p.FimLista; ++i)
                     l.jogadas.push_back(JogadaEmNumeros(g.Slot(i)));
+                // the captures followed in place leave the board as it was
+                Posicao depois = p;
+                depois.IniLista = base.IniLista;
+                depois.FimLista = base.FimLista;
+                EXPECT_EQ(depois, base) << TextoComVez(base) << " regra " << regra;
                 l.maior = g.MaiorTexto;
                 const auto a = g.Analisa(base);
                 if (!atalho && a.tipo != 0) {
