@@ -260,6 +260,12 @@ template <int d> inline Mascara Salta(Mascara de, Mascara inimigas, Mascara vazi
     return de & Ve<d>(inimigas) & Ve<2 * d>(vazias);
 }
 
+// The bit of one square, read from the half of the mask that holds it.
+inline bool TemCasa(Mascara m, int casa) {
+    const auto metade = static_cast<uint64_t>(casa < 64 ? m : m >> 64);
+    return (metade >> (casa & 63)) & 1;
+}
+
 inline int MenorCasa(Mascara m) {
     const auto baixo = static_cast<uint64_t>(m);
     return baixo ? __builtin_ctzll(baixo) : 64 + __builtin_ctzll(static_cast<uint64_t>(m >> 64));
@@ -409,7 +415,7 @@ bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia, const Anali
         if (casa == 0) continue;
         const uint8_t ali = referencia.Casas[casa];
         if (!((ali & (LADO1 | LADO2)) && (ali & DAMA))) todasDamas = false;
-        if (soTomam && !((a.tomam >> casa) & 1)) continue;
+        if (soTomam && !TemCasa(a.tomam, casa)) continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }
     p.FimLista = static_cast<int16_t>(ProximaLivre);
@@ -440,7 +446,7 @@ void Gerador::ListaHumano(Posicao& p, const Analise& a) {
     for (int numero = 1; numero <= 12; ++numero) {
         const int casa = p.Peca(numero, lado) & 127;
         if (casa == 0) continue;
-        if (Atalho && a.tipo == 3 && !((a.tomam >> casa) & 1)) continue;
+        if (Atalho && a.tipo == 3 && !TemCasa(a.tomam, casa)) continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }
     p.FimLista = static_cast<int16_t>(ProximaLivre);
