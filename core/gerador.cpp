@@ -239,12 +239,33 @@ void Gerador::GeraDama(Posicao& p, int casa, int saltos, Jogada& texto, int barr
 
 namespace {
 
-// True when a flying king on s finds, along step d past free squares, a piece that is
-// neither its own nor the border with a free square behind it.
-inline bool SaltaLonge(const std::array<uint8_t, 101>& C, int s, int d, uint8_t proprio) {
-    int w = s + d;
-    while (C[w] == 0) w += d;
-    return !(C[w] & (BORDA | proprio)) && C[w + d] == 0;
+// The squares along each direction from each square, up to the edge of the board.
+constexpr auto Raios = [] {
+    std::array<std::array<Mascara, 5>, 101> r{};
+    for (int s = 12; s <= 89; ++s) {
+        if (!CasaDoTabuleiro(s)) continue;
+        for (int d = 1; d <= 4; ++d)
+            for (int w = s + Direcoes[d]; CasaDoTabuleiro(w); w += Direcoes[d]) r[s][d] |= Bit(w);
+    }
+    return r;
+}();
+
+// The first square of m met going along direction d (m not empty): the lowest going
+// towards higher squares, the highest going the other way.
+inline int PrimeiraCasa(Mascara m, int d) {
+    const auto baixo = static_cast<uint64_t>(m), alto = static_cast<uint64_t>(m >> 64);
+    if (d >= 3) return baixo ? __builtin_ctzll(baixo) : 64 + __builtin_ctzll(alto);
+    return alto ? 127 - __builtin_clzll(alto) : 63 - __builtin_clzll(baixo);
+}
+
+// True when the first piece that a flying king on s meets along direction d, past free
+// squares and before the edge, is in `alvos`: the pieces that are not the king's own and
+// have a free square behind them along d.
+inline bool SaltaLonge(int s, int d, Mascara ocupadas, Mascara alvos) {
+    const Mascara x = Raios[s][d] & ocupadas;
+    if (!(x & alvos)) return false; // nothing to take on this ray at all
+    const int w = PrimeiraCasa(x, d);
+    return ((alvos >> w) & 1) != 0;
 }
 
 // Moves the bit of square s + d to square s.
@@ -274,8 +295,7 @@ inline int MenorCasa(Mascara m) {
 // The mover's pieces are taken from the masks of the mailbox: in every position that
 // MontaPosicao and FazJogada build they are exactly the pieces of Pecas, each with its
 // number. A piece without a number (a thirteenth one) leaves the question to the slow way.
-template <int Lado> Gerador::Analise AnalisaLado(const Posicao& p, const Mascaras& m, int regra) {
-    constexpr uint8_t proprio = BitDoLado(Lado);
+template <int Lado> Gerador::Analise AnalisaLado(const Mascaras& m, int regra) {
     constexpr int f1 = Lado == 1 ? -11 : 11, f2 = Lado == 1 ? -9 : 9;
     Gerador::Analise a;
     if (m.semNumero[Lado - 1]) return a;
@@ -290,15 +310,16 @@ template <int Lado> Gerador::Analise AnalisaLado(const Posicao& p, const Mascara
     if (regra == 4) {
         a.tomam |= Salta<-11>(damas, inimigas, v) | Salta<-9>(damas, inimigas, v) |
                    Salta<9>(damas, inimigas, v) | Salta<11>(damas, inimigas, v);
-    } else {
+    } else if (damas) {
+        const Mascara ocupadas = ~v, alheias = ocupadas & ~proprias;
+        const Mascara alvos[5] = {0, alheias & Ve<-11>(v), alheias & Ve<-9>(v), alheias & Ve<9>(v),
+                                  alheias & Ve<11>(v)};
         for (Mascara resto = damas; resto; resto &= resto - 1) {
             const int s = MenorCasa(resto);
-            for (int d = 1; d <= 4; ++d) {
-                if (SaltaLonge(p.Casas, s, Direcoes[d], proprio)) {
-                    a.tomam |= Bit(s);
-                    break;
-                }
-            }
+            const bool toma =
+                SaltaLonge(s, 1, ocupadas, alvos[1]) | SaltaLonge(s, 2, ocupadas, alvos[2]) |
+                SaltaLonge(s, 3, ocupadas, alvos[3]) | SaltaLonge(s, 4, ocupadas, alvos[4]);
+            if (toma) a.tomam |= Bit(s);
         }
     }
     a.tipo = a.tomam ? 3 : anda ? 2 : 1;
@@ -313,8 +334,8 @@ Gerador::Analise Gerador::Analisa(const Posicao& p) const {
 
 Gerador::Analise Gerador::Analisa(const Posicao& p, const Mascaras& m) const {
     if (Regra < 1 || Regra > 4) return {};
-    if (p.Vez == 1) return AnalisaLado<1>(p, m, Regra);
-    if (p.Vez == 2) return AnalisaLado<2>(p, m, Regra);
+    if (p.Vez == 1) return AnalisaLado<1>(m, Regra);
+    if (p.Vez == 2) return AnalisaLado<2>(m, Regra);
     return {};
 }
 
