@@ -61,11 +61,44 @@ inline bool FazJogada(Posicao& p, const uint8_t* s, int n, bool Conclui) {
     return FazJogadaCom(p, s, n, Conclui, [](int, int, int) { return false; });
 }
 
-// The same for a move the generator wrote itself, whose squares are all on the board: the
-// search and the generators play millions of them and skip the square checks.
+// The same for a move the generator wrote itself, whose squares are all on the board and
+// whose steps follow on (each step starts where the last one landed): the search, perft
+// and the generators play millions of them. The piece is lifted once and set down once on
+// its last landing square; the squares it passes over end empty, as they began.
 inline void FazJogadaGerada(Posicao& p, const uint8_t* s, int n, bool Conclui) {
-    auto nada = [](int, int, int) { return false; };
-    FazJogadaCom<decltype(nada)&, false>(p, s, n, Conclui, nada);
+    const int lado = p.Vez;
+    if (n < 2 || (lado != 1 && lado != 2)) return;
+    const int de = s[0];
+    uint8_t peca = p.Casas[de];
+    int ganho = 0; // for the mover
+    int para = s[1];
+    if (n >= 3) {
+        const int saltos = n / 3; // trailing bytes short of a step are not a step
+        const int outro = 2 - lado;
+        for (int k = 0; k < saltos; ++k) {
+            const int f = s[3 * k], t = s[3 * k + 1], c = s[3 * k + 2];
+            const uint8_t tomada = p.Casas[c];
+            ganho += (tomada & DAMA) ? 30 : 10;
+            // a jump in the mover's forward direction earns the mover a point
+            if (Conclui) ganho += (lado == 1 ? f > t : f < t) ? 1 : -1;
+            const int numTomada = tomada & NUMERO;
+            if (numTomada >= 1 && numTomada <= 12) p.Pecas[numTomada][outro] = 0;
+            p.Casas[c] = Conclui ? 0 : BORDA;
+        }
+        para = s[3 * saltos - 2];
+    }
+    p.Casas[de] = 0; // first: the move may end where it began
+    // crowned only where a whole move ends
+    if (Conclui && (n == 2 || n % 3 == 0) && peca != 0 && !(peca & DAMA) &&
+        (lado == 1 ? para < 21 : para >= 82)) {
+        peca |= DAMA;
+        ganho += 20;
+    }
+    p.Casas[para] = peca;
+    const int numero = peca & NUMERO;
+    if (numero >= 1 && numero <= 12)
+        p.Pecas[numero][lado - 1] = static_cast<uint8_t>(para | (peca & DAMA));
+    p.Saldo = static_cast<int16_t>(p.Saldo + (lado == 1 ? ganho : -ganho));
 }
 
 // True when every square the move names lies on the board; a move from the peer is played

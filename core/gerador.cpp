@@ -3,7 +3,13 @@
 #include "core/casas.h"
 #include "core/fazjogada.h"
 
+#include <cstddef>
+#include <cstring>
+
 namespace velmora {
+
+// A plain move is written as one word: its length and its two squares are the first bytes.
+static_assert(offsetof(Jogada, c) == 1);
 
 namespace {
 
@@ -71,7 +77,7 @@ void Gerador::AnotaJogada(const Jogada& m) {
     ListaJogadas[++ProximaLivre] = m;
 }
 
-void Gerador::GeraPeca(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraPeca(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     switch (Regra) {
     case 1:
         GeraRegra1(p, casa, saltos, texto, barrada);
@@ -90,7 +96,7 @@ void Gerador::GeraPeca(const Posicao& p, int casa, int saltos, const Jogada& tex
     }
 }
 
-void Gerador::GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraRegra1(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     const bool dama = p.Casas[casa] & DAMA;
     if (!dama)
         return p.Vez == 1 ? GeraCurta<1, 1>(p, casa, saltos, texto, barrada)
@@ -102,31 +108,56 @@ void Gerador::GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& t
     GeraDama(p, casa, saltos, texto, barrada, ordem);
 }
 
-void Gerador::GeraRegra2(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraRegra2(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     if (!(p.Casas[casa] & DAMA))
         return p.Vez == 1 ? GeraCurta<2, 1>(p, casa, saltos, texto, barrada)
                           : GeraCurta<2, 2>(p, casa, saltos, texto, barrada);
     GeraDama(p, casa, saltos, texto, barrada, p.Vez == 1 ? ordemTodas : ordemTodasInversa);
 }
 
-void Gerador::GeraRegra3(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraRegra3(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     if (!(p.Casas[casa] & DAMA))
         return p.Vez == 1 ? GeraCurta<3, 1>(p, casa, saltos, texto, barrada)
                           : GeraCurta<3, 2>(p, casa, saltos, texto, barrada);
     GeraDama(p, casa, saltos, texto, barrada, p.Vez == 1 ? ordemTodas : ordemTodasInversa);
 }
 
-void Gerador::GeraRegra4(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraRegra4(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     if (p.Vez == 1)
         GeraCurta<4, 1>(p, casa, saltos, texto, barrada);
     else
         GeraCurta<4, 2>(p, casa, saltos, texto, barrada);
 }
 
+template <class Segue>
+inline void Gerador::Salto(Posicao& p, Jogada& rota, int de, int para, int saltada, Segue&& segue) {
+    if (Atalho) {
+        auto& C = p.Casas;
+        const uint8_t peca = C[de], tomada = C[saltada];
+        C[para] = peca;
+        C[de] = 0;
+        C[saltada] = BORDA; // jumped: it blocks the way until the move ends
+        rota.acrescenta(static_cast<uint8_t>(de), static_cast<uint8_t>(para),
+                        static_cast<uint8_t>(saltada));
+        segue(p, rota);
+        rota.tam = static_cast<uint8_t>(rota.tam - 3);
+        C[saltada] = tomada;
+        C[para] = 0; // it was free: the jump landed there
+        C[de] = peca;
+        return;
+    }
+    Jogada copiaRota = rota;
+    copiaRota.acrescenta(static_cast<uint8_t>(de), static_cast<uint8_t>(para),
+                         static_cast<uint8_t>(saltada));
+    Posicao copia = p;
+    FazJogadaGerada(copia, copiaRota.c.data() + copiaRota.tam - 3, 3, false);
+    segue(copia, copiaRota);
+}
+
 // Where a jump of a short piece goes on: rule set 2 calls itself, rule set 3 finishes the
 // capture of a man under rule set 1 (backward jumps allowed after the first), the others go
 // through GeraPeca.
-void Gerador::Continua(const Posicao& copia, int casa, int saltos, const Jogada& texto, int barrada,
+void Gerador::Continua(Posicao& copia, int casa, int saltos, Jogada& texto, int barrada,
                        int geradora) {
     switch (geradora) {
     case 2:
@@ -148,7 +179,7 @@ void Gerador::Continua(const Posicao& copia, int casa, int saltos, const Jogada&
 // A man under every rule set, and a king under rule set 4: steps to the next square and
 // jumps a piece next to it.
 template <int Geradora, int Lado>
-void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada) {
+void Gerador::GeraCurta(Posicao& p, int casa, int saltos, Jogada& texto, int barrada) {
     constexpr uint8_t inimigo = BitDoLado(3 - Lado);
     const bool dama = p.Casas[casa] & DAMA;
     const int* ordem;
@@ -166,12 +197,9 @@ void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& te
         if (vizinha & inimigo) {
             const int l = m + Direcoes[d];
             if (p.Casas[l] == 0) {
-                Jogada rota = texto;
-                rota.acrescenta(static_cast<uint8_t>(casa), static_cast<uint8_t>(l),
-                                static_cast<uint8_t>(m));
-                Posicao copia = p;
-                FazJogadaGerada(copia, rota.c.data() + rota.tam - 3, 3, false);
-                Continua(copia, l, saltos + 1, rota, 5 - d, Geradora);
+                Salto(p, texto, casa, l, m, [&](Posicao& q, Jogada& rota) {
+                    Continua(q, l, saltos + 1, rota, 5 - d, Geradora);
+                });
             }
         } else if (saltos == 0 && vizinha == 0 && (dama || ParaFrente(Lado, d))) {
             AnotaSimples(casa, m);
@@ -182,7 +210,7 @@ void Gerador::GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& te
 
 // A flying king: moves along a free diagonal and jumps a single piece at any distance,
 // landing on any free square behind it.
-void Gerador::GeraDama(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada,
+void Gerador::GeraDama(Posicao& p, int casa, int saltos, Jogada& texto, int barrada,
                        const int* ordem) {
     const uint8_t proprio = BitDoLado(p.Vez);
     for (int i = 1; i <= ordem[0]; ++i) {
@@ -199,12 +227,8 @@ void Gerador::GeraDama(const Posicao& p, int casa, int saltos, const Jogada& tex
                 continue;
             }
             if (saltada) {
-                Jogada rota = texto;
-                rota.acrescenta(static_cast<uint8_t>(casa), static_cast<uint8_t>(w),
-                                static_cast<uint8_t>(saltada));
-                Posicao copia = p;
-                FazJogadaGerada(copia, rota.c.data() + rota.tam - 3, 3, false);
-                GeraPeca(copia, w, saltos + 1, rota, 5 - d);
+                Salto(p, texto, casa, w, saltada,
+                      [&](Posicao& q, Jogada& rota) { GeraPeca(q, w, saltos + 1, rota, 5 - d); });
             } else if (saltos == 0) {
                 AnotaSimples(casa, w);
             }
@@ -215,12 +239,33 @@ void Gerador::GeraDama(const Posicao& p, int casa, int saltos, const Jogada& tex
 
 namespace {
 
-// True when a flying king on s finds, along step d past free squares, a piece that is
-// neither its own nor the border with a free square behind it.
-inline bool SaltaLonge(const std::array<uint8_t, 101>& C, int s, int d, uint8_t proprio) {
-    int w = s + d;
-    while (C[w] == 0) w += d;
-    return !(C[w] & (BORDA | proprio)) && C[w + d] == 0;
+// The squares along each direction from each square, up to the edge of the board.
+constexpr auto Raios = [] {
+    std::array<std::array<Mascara, 5>, 101> r{};
+    for (int s = 12; s <= 89; ++s) {
+        if (!CasaDoTabuleiro(s)) continue;
+        for (int d = 1; d <= 4; ++d)
+            for (int w = s + Direcoes[d]; CasaDoTabuleiro(w); w += Direcoes[d]) r[s][d] |= Bit(w);
+    }
+    return r;
+}();
+
+// The first square of m met going along direction d (m not empty): the lowest going
+// towards higher squares, the highest going the other way.
+inline int PrimeiraCasa(Mascara m, int d) {
+    const auto baixo = static_cast<uint64_t>(m), alto = static_cast<uint64_t>(m >> 64);
+    if (d >= 3) return baixo ? __builtin_ctzll(baixo) : 64 + __builtin_ctzll(alto);
+    return alto ? 127 - __builtin_clzll(alto) : 63 - __builtin_clzll(baixo);
+}
+
+// True when the first piece that a flying king on s meets along direction d, past free
+// squares and before the edge, is in `alvos`: the pieces that are not the king's own and
+// have a free square behind them along d.
+inline bool SaltaLonge(int s, int d, Mascara ocupadas, Mascara alvos) {
+    const Mascara x = Raios[s][d] & ocupadas;
+    if (!(x & alvos)) return false; // nothing to take on this ray at all
+    const int w = PrimeiraCasa(x, d);
+    return ((alvos >> w) & 1) != 0;
 }
 
 // Moves the bit of square s + d to square s.
@@ -236,6 +281,12 @@ template <int d> inline Mascara Salta(Mascara de, Mascara inimigas, Mascara vazi
     return de & Ve<d>(inimigas) & Ve<2 * d>(vazias);
 }
 
+// The bit of one square, read from the half of the mask that holds it.
+inline bool TemCasa(Mascara m, int casa) {
+    const auto metade = static_cast<uint64_t>(casa < 64 ? m : m >> 64);
+    return (metade >> (casa & 63)) & 1;
+}
+
 inline int MenorCasa(Mascara m) {
     const auto baixo = static_cast<uint64_t>(m);
     return baixo ? __builtin_ctzll(baixo) : 64 + __builtin_ctzll(static_cast<uint64_t>(m >> 64));
@@ -244,8 +295,7 @@ inline int MenorCasa(Mascara m) {
 // The mover's pieces are taken from the masks of the mailbox: in every position that
 // MontaPosicao and FazJogada build they are exactly the pieces of Pecas, each with its
 // number. A piece without a number (a thirteenth one) leaves the question to the slow way.
-template <int Lado> Gerador::Analise AnalisaLado(const Posicao& p, const Mascaras& m, int regra) {
-    constexpr uint8_t proprio = BitDoLado(Lado);
+template <int Lado> Gerador::Analise AnalisaLado(const Mascaras& m, int regra) {
     constexpr int f1 = Lado == 1 ? -11 : 11, f2 = Lado == 1 ? -9 : 9;
     Gerador::Analise a;
     if (m.semNumero[Lado - 1]) return a;
@@ -260,15 +310,16 @@ template <int Lado> Gerador::Analise AnalisaLado(const Posicao& p, const Mascara
     if (regra == 4) {
         a.tomam |= Salta<-11>(damas, inimigas, v) | Salta<-9>(damas, inimigas, v) |
                    Salta<9>(damas, inimigas, v) | Salta<11>(damas, inimigas, v);
-    } else {
+    } else if (damas) {
+        const Mascara ocupadas = ~v, alheias = ocupadas & ~proprias;
+        const Mascara alvos[5] = {0, alheias & Ve<-11>(v), alheias & Ve<-9>(v), alheias & Ve<9>(v),
+                                  alheias & Ve<11>(v)};
         for (Mascara resto = damas; resto; resto &= resto - 1) {
             const int s = MenorCasa(resto);
-            for (int d = 1; d <= 4; ++d) {
-                if (SaltaLonge(p.Casas, s, Direcoes[d], proprio)) {
-                    a.tomam |= Bit(s);
-                    break;
-                }
-            }
+            const bool toma =
+                SaltaLonge(s, 1, ocupadas, alvos[1]) | SaltaLonge(s, 2, ocupadas, alvos[2]) |
+                SaltaLonge(s, 3, ocupadas, alvos[3]) | SaltaLonge(s, 4, ocupadas, alvos[4]);
+            if (toma) a.tomam |= Bit(s);
         }
     }
     a.tipo = a.tomam ? 3 : anda ? 2 : 1;
@@ -283,8 +334,8 @@ Gerador::Analise Gerador::Analisa(const Posicao& p) const {
 
 Gerador::Analise Gerador::Analisa(const Posicao& p, const Mascaras& m) const {
     if (Regra < 1 || Regra > 4) return {};
-    if (p.Vez == 1) return AnalisaLado<1>(p, m, Regra);
-    if (p.Vez == 2) return AnalisaLado<2>(p, m, Regra);
+    if (p.Vez == 1) return AnalisaLado<1>(m, Regra);
+    if (p.Vez == 2) return AnalisaLado<2>(m, Regra);
     return {};
 }
 
@@ -294,25 +345,33 @@ template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&&
     MaiorTexto = 2;
     const int lado = p.Vez;
     const int f1 = Direcoes[lado == 1 ? 1 : 4], f2 = Direcoes[lado == 1 ? 2 : 3];
-    const auto& C = p.Casas;
+    // The board is read into a local copy and the list's end kept in a register: the bytes
+    // written into the slots could otherwise be any of them, and each would be read again.
+    std::array<uint8_t, 101> C;
+    std::memcpy(C.data(), p.Casas.data(), C.size());
+    std::array<uint8_t, 13> casas;
+    for (int i = 1; i <= 12; ++i) casas[i] = p.Peca(numero(i), lado) & 127;
+    Jogada* const lista = ListaJogadas.get();
+    int proxima = ProximaLivre;
     // The stored move of the line stands first already; its copy in the list is dropped.
-    const Jogada& guardada = ListaJogadas[iniNo];
+    const Jogada& guardada = lista[iniNo];
     const bool comGuardada = SegueLinha && guardada.tam == 2;
     const int gDe = comGuardada ? guardada.c[0] : 0, gPara = comGuardada ? guardada.c[1] : 0;
     auto oferece = [&](int de, int para) {
-        // Written always, kept only when the square is free and it isn't the stored move.
-        Jogada& slot = ListaJogadas[ProximaLivre + 1];
-        slot.tam = 2;
-        slot.c[0] = static_cast<uint8_t>(de);
-        slot.c[1] = static_cast<uint8_t>(para);
-        ProximaLivre += (C[para] == 0) & !(de == gDe && para == gPara);
+        // Written always (length and both squares in one store; the byte after them is
+        // free), kept only when the square is free and it isn't the stored move.
+        const uint32_t palavra =
+            2u | static_cast<uint32_t>(de) << 8 | static_cast<uint32_t>(para) << 16;
+        std::memcpy(reinterpret_cast<unsigned char*>(lista + proxima + 1), &palavra,
+                    sizeof palavra);
+        proxima += (C[para] == 0) & !(de == gDe && para == gPara);
     };
     // A king's directions in its generator's order: under rule set 1 side 2 draws its
     // first direction for each king, as GeraRegra1 does.
     const int* ordemDama = lado == 1 ? ordemTodas : ordemTodasInversa;
     int rodada[5] = {4, 0, 0, 0, 0};
     for (int i = 1; i <= 12; ++i) {
-        const int casa = p.Peca(numero(i), lado) & 127;
+        const int casa = casas[i];
         if (casa == 0) continue;
         if (!(C[casa] & DAMA)) {
             oferece(casa, casa + f1);
@@ -337,6 +396,7 @@ template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&&
             for (int w = casa + passo; C[w] == 0; w += passo) oferece(casa, w);
         }
     }
+    ProximaLivre = proxima;
 }
 
 bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia) {
@@ -349,7 +409,8 @@ bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia, const Anali
     iniNo = p.IniLista;
     bool todasDamas = true;
     const int lado = p.Vez;
-    const Jogada vazia;
+    Jogada vazia{Jogada::SemZerar{}}; // the route, built in place as captures are followed
+    vazia.tam = 0;
     // A node holds at most 12 pieces of 13 plain moves each: the fast way never reaches
     // the end of the table.
     if (Atalho && a.tipo == 2 && ProximaLivre + 157 <= CAPACIDADE) {
@@ -375,7 +436,7 @@ bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia, const Anali
         if (casa == 0) continue;
         const uint8_t ali = referencia.Casas[casa];
         if (!((ali & (LADO1 | LADO2)) && (ali & DAMA))) todasDamas = false;
-        if (soTomam && !((a.tomam >> casa) & 1)) continue;
+        if (soTomam && !TemCasa(a.tomam, casa)) continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }
     p.FimLista = static_cast<int16_t>(ProximaLivre);
@@ -401,11 +462,12 @@ void Gerador::ListaHumano(Posicao& p, const Analise& a) {
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return;
     }
-    const Jogada vazia;
+    Jogada vazia{Jogada::SemZerar{}}; // the route, built in place as captures are followed
+    vazia.tam = 0;
     for (int numero = 1; numero <= 12; ++numero) {
         const int casa = p.Peca(numero, lado) & 127;
         if (casa == 0) continue;
-        if (Atalho && a.tipo == 3 && !((a.tomam >> casa) & 1)) continue;
+        if (Atalho && a.tipo == 3 && !TemCasa(a.tomam, casa)) continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }
     p.FimLista = static_cast<int16_t>(ProximaLivre);

@@ -36,12 +36,14 @@ class Gerador {
     const Jogada& Slot(int i) const { return ListaJogadas[i]; }
     Jogada& Slot(int i) { return ListaJogadas[i]; }
 
-    // Calls the generator of the rule set in force; any other rule set does nothing.
-    void GeraPeca(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
-    void GeraRegra1(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
-    void GeraRegra2(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
-    void GeraRegra3(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
-    void GeraRegra4(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
+    // Calls the generator of the rule set in force; any other rule set does nothing. The
+    // position and the route are changed while a capture is followed and given back as they
+    // were when the call returns.
+    void GeraPeca(Posicao& p, int casa, int saltos, Jogada& texto, int barrada);
+    void GeraRegra1(Posicao& p, int casa, int saltos, Jogada& texto, int barrada);
+    void GeraRegra2(Posicao& p, int casa, int saltos, Jogada& texto, int barrada);
+    void GeraRegra3(Posicao& p, int casa, int saltos, Jogada& texto, int barrada);
+    void GeraRegra4(Posicao& p, int casa, int saltos, Jogada& texto, int barrada);
     // Offers a finished move to the list of the node being built.
     void AnotaJogada(const Jogada& m);
 
@@ -96,13 +98,17 @@ class Gerador {
 
   private:
     template <int Geradora, int Lado>
-    void GeraCurta(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada);
+    void GeraCurta(Posicao& p, int casa, int saltos, Jogada& texto, int barrada);
     // Offers a plain move: the common case, written straight into its slot.
     void AnotaSimples(int de, int para);
-    void GeraDama(const Posicao& p, int casa, int saltos, const Jogada& texto, int barrada,
+    void GeraDama(Posicao& p, int casa, int saltos, Jogada& texto, int barrada,
                   const int* direcoes);
-    void Continua(const Posicao& copia, int casa, int saltos, const Jogada& texto, int barrada,
-                  int geradora);
+    // Plays the jump (de, para, saltada) and goes on from `para` with `segue(posicao,
+    // rota)`: with the short cuts on, in place on p and on the route, taken back afterwards
+    // (the generators read only the squares); otherwise on copies of both.
+    template <class Segue>
+    void Salto(Posicao& p, Jogada& rota, int de, int para, int saltada, Segue&& segue);
+    void Continua(Posicao& copia, int casa, int saltos, Jogada& texto, int barrada, int geradora);
     int Rotacao();
     // Builds the list of a node where no piece can take, in the order the slow way would,
     // without the generators' tests for captures.

@@ -57,6 +57,17 @@ Mascaras LeMascaras(const Posicao& p) {
 
 void AplicaJogada(Mascaras& m, const uint8_t* s, int n, const Posicao& depois) {
     if (n < 2) return;
+    if (n == 2) {
+        // a plain move, the common case: the same changes as one step of the loop below
+        const int f = s[0], t = s[1];
+        const Mascara de = Bit(f), para = Bit(t);
+        const int lado = (m.lados[0] >> f) & 1 ? 0 : 1;
+        const Mascara coroada = (depois.Casas[t] & DAMA) ? para : 0;
+        m.lados[lado] = (m.lados[lado] & ~de) | para;
+        m.damas = (m.damas & ~(de | para)) | (((m.damas >> f) & 1) << t) | coroada;
+        m.vazias = (m.vazias | de) & ~para;
+        return;
+    }
     int ultima = s[1];
     // the steps of FazJogada: (from, to, jumped), the last jumped square may be missing
     for (int i = 0;; i += 3) {

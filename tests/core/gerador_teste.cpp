@@ -203,6 +203,11 @@ TEST(Gerador, AtalhoDaAsMesmasListasQueOCaminhoLento) {
                 }
                 for (int i = p.IniLista + (modo == 2); i <= p.FimLista; ++i)
                     l.jogadas.push_back(JogadaEmNumeros(g.Slot(i)));
+                // the captures followed in place leave the board as it was
+                Posicao depois = p;
+                depois.IniLista = base.IniLista;
+                depois.FimLista = base.FimLista;
+                EXPECT_EQ(depois, base) << TextoComVez(base) << " regra " << regra;
                 l.maior = g.MaiorTexto;
                 const auto a = g.Analisa(base);
                 if (!atalho && a.tipo != 0) {
@@ -242,6 +247,40 @@ TEST(Gerador, AtalhoDaAsMesmasListasQueOCaminhoLento) {
     }
     EXPECT_GT(comparadas, 10000);
     EXPECT_GT(comCaptura, 1000); // the capture lists were tried too
+}
+
+// The generator's own way of playing a move lifts the piece once and sets it down once; it
+// must leave every board as the step-by-step way does: whole moves of every list of random
+// boards under the four rule sets, and each route's first step alone as the generators play
+// it (the piece taken stays as 64).
+TEST(FazJogadaGerada, IgualAoPassoAPasso) {
+    std::mt19937 rng(515);
+    const std::vector<Posicao> posicoes = PosicoesAoAcaso(rng);
+    int capturas = 0, coroacoes = 0;
+    for (const Posicao& base : posicoes) {
+        for (int regra = 1; regra <= 4; ++regra) {
+            Gerador g;
+            g.Regra = regra;
+            Posicao p = base;
+            p.IniLista = 1;
+            g.ListaComputador(p);
+            for (int i = p.IniLista; i <= p.FimLista; ++i) {
+                const Jogada& j = g.Slot(i);
+                for (bool conclui : {true, false}) {
+                    const int n = conclui ? j.tam : std::min<int>(j.tam, 3);
+                    Posicao lenta = base, rapida = base;
+                    ASSERT_TRUE(FazJogada(lenta, j.c.data(), n, conclui));
+                    FazJogadaGerada(rapida, j.c.data(), n, conclui);
+                    ASSERT_EQ(rapida, lenta) << JogadaEmNumeros(j) << " " << TextoComVez(base);
+                }
+                capturas += j.tam >= 6;
+                const int para = j.c[j.tam == 2 ? 1 : j.tam - 2];
+                coroacoes += !(base.Casas[j.c[0]] & DAMA) && (para < 21 || para >= 82);
+            }
+        }
+    }
+    EXPECT_GT(capturas, 500); // routes of two jumps and more
+    EXPECT_GT(coroacoes, 500);
 }
 
 // The masks carried over each move of random games (captures, crowning, flying kings) are
