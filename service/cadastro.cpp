@@ -156,8 +156,9 @@ void FrmCadastro::Confirma(Pedidos& pedidos, clsRegistryAccess& reg,
         Fechou = true;
         return;
     case RespostaCadastro::Outro:
-        mensagem(r.texto.empty() ? "Não foi possível cadastrar este nick. Por favor tente outro nick"
-                                 : r.texto);
+        mensagem(r.texto.empty()
+                     ? "Não foi possível cadastrar este nick. Por favor tente outro nick"
+                     : r.texto);
         break;
     }
     foco = Foco::NickSelecionado;

@@ -350,9 +350,8 @@ void Form8::Conectar(bool retorno) {
             ligacao_.CarregaWS(2);
             const std::string endereco = Pedaco(linha, ":", 1);
             const std::string portaTexto = Pedaco(linha, ":", 2);
-            const int porta = portaTexto.empty()
-                                  ? PortaPadrao(f_.registro())
-                                  : static_cast<int>(Numero(portaTexto, 0, 65535));
+            const int porta = portaTexto.empty() ? PortaPadrao(f_.registro())
+                                                 : static_cast<int>(Numero(portaTexto, 0, 65535));
             status("Conectar a: " + Mascara(endereco));
             ligacao_.Conecta(endereco, porta);
             if (Contem(linha, "192.168") || !f_.NaRede) {
@@ -434,7 +433,8 @@ void Form8::DeixaNaEspera(int p) {
     if (ligacao_.Escuta(Porta)) {
         Porta = ligacao_.PortaEscuta();
         GravaOpcao(f_.registro(), "PortaDefault", std::to_string(Porta));
-        if (LbComunica.Texto == "Porta: OK") GravaOpcao(f_.registro(), "mpt", std::to_string(Porta));
+        if (LbComunica.Texto == "Porta: OK")
+            GravaOpcao(f_.registro(), "mpt", std::to_string(Porta));
     } else {
         LbComunica.Texto = "Não foi possível abrir a porta " + std::to_string(Porta);
     }
@@ -461,8 +461,9 @@ void Form8::Command1_Click() {
     G.Conectado = false;
     f_.ConexaoAberta = false;
     auto& reg = f_.registro();
-    GravaOpcao(reg, "Numerodesistencias",
-               std::to_string(Numero(LeOpcao(reg, "Numerodesistencias", "0"), 0, INT32_MAX - 1) + 1));
+    GravaOpcao(
+        reg, "Numerodesistencias",
+        std::to_string(Numero(LeOpcao(reg, "Numerodesistencias", "0"), 0, INT32_MAX - 1) + 1));
     Command1.Habilitado = false;
     Label6.Visivel = false;
     Label4.Texto = "Cancelando \r\rAguarde um momento...";

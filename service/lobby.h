@@ -117,13 +117,13 @@ class Form8 {
     std::vector<std::string> List1;
 
     // ---------------------------------------------------------------- controls
-    Controle Label4;     // status
-    Controle LbComunica; // the port line
-    Controle Label2;     // router help link
-    Controle Label7;     // go on as a visitor
-    Controle Label6;     // "Aguardar minimizado"
-    Controle Label8;     // the listening port
-    Controle Command1;   // "Cancelar" / "Sair"
+    Controle Label4;                         // status
+    Controle LbComunica;                     // the port line
+    Controle Label2;                         // router help link
+    Controle Label7;                         // go on as a visitor
+    Controle Label6;                         // "Aguardar minimizado"
+    Controle Label8;                         // the listening port
+    Controle Command1;                       // "Cancelar" / "Sair"
     int PosicaoImagem = 0, PassoImagem = 80; // the sliding picture, in twips
     static constexpr int LarguraFaixa = 3000;
     QTimer Timer1, Timer2, Timer3, Timer5;

@@ -29,8 +29,7 @@ TestePorta::TestePorta(ServicoOnline& servico, modSocketMaster& mod)
 }
 
 int TestePorta::TestaPorta(const std::string& porta, std::int32_t tempo) {
-    const std::string p =
-        porta.empty() && Porta ? std::to_string(Porta()) : porta;
+    const std::string p = porta.empty() && Porta ? std::to_string(Porta()) : porta;
     SemErro([&] {
         WsTeste.CloseSck();
         WsTeste.LocalPort(static_cast<std::int32_t>(Numero(p, 0, 65535)));
@@ -138,8 +137,7 @@ void FrmPorta::MudouTexto(const std::string& texto) {
     Label1.clear();
 }
 
-void FrmPorta::Confirma(clsRegistryAccess& reg,
-                        const std::function<int(const std::string&)>& testa,
+void FrmPorta::Confirma(clsRegistryAccess& reg, const std::function<int(const std::string&)>& testa,
                         const std::function<void(const std::string&)>& mensagem) {
     const long n = Numero(Text1, 0, 65535);
     if (n <= 1024) {
