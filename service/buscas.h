@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -27,6 +28,11 @@ class Buscas {
                            std::int32_t TimeOut = TempoPadraoDl) = 0;
     // The first arrival of the reply, "FALSE" after `tempo` seconds (0 becomes 2).
     virtual std::string GetConteudo(const std::string& url, std::int32_t tempo) = 0;
+
+    // When set and true (a lobby that was cancelled), no fetch starts any more, and a wait
+    // in progress ends at its next round, as if its time had run out.
+    std::function<bool()> Cancelado;
+    bool EstaCancelado() const { return Cancelado && Cancelado(); }
 };
 
 // The real fetches: three download controls of the owner window and the board window's
@@ -38,7 +44,12 @@ class BuscasReais : public Buscas {
     std::string GetConteudo(const std::string& url, std::int32_t tempo) override;
 
   private:
+    std::unique_ptr<dl> NovoDl() const;
+    // The loop's clock, run out at once while cancelled.
+    std::function<double()> Relogio() const;
+
     ClienteGetConteudo& wsg_;
+    Laco laco_;
     std::array<std::unique_ptr<dl>, 3> dls_;
 };
 

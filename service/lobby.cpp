@@ -50,6 +50,7 @@ Form8::Form8(Form1& f, ServicoOnline& servico, TestePorta& porta, LigacaoLobby& 
     liga(Timer3, 15, [this] { Timer3_Timer(); });
     liga(Timer5, 100, [this] { Timer5_Timer(); });
     porta_.Porta = [this] { return Porta; };
+    servico_.buscas().Cancelado = [this] { return Saiu(); };
     Label2.Visivel = false;
     Label7.Visivel = false;
 }
@@ -60,6 +61,7 @@ Form8::~Form8() {
     Timer3.stop();
     Timer5.stop();
     porta_.Porta = nullptr;
+    servico_.buscas().Cancelado = nullptr;
 }
 
 // ---------------------------------------------------------------- life cycle
@@ -230,12 +232,11 @@ void Form8::Conectar(bool retorno) {
         }
 
         status("Conectando...");
-        laco.Espera(0.3);
-        if (Saiu()) return;
+        if (Aguarda(laco.Agora() + 0.3) == Fim::Saiu) return;
         const std::string resposta = pedidos.Parametros(AcaoParametros, j1.Nome);
-        status("Autenticando");
-        laco.Espera(0.5);
         if (Saiu()) return;
+        status("Autenticando");
+        if (Aguarda(laco.Agora() + 0.5) == Fim::Saiu) return;
         const ParametrosSessao p = LeParametros(resposta);
         if (!p.valido) {
             status(SemConexao);
@@ -260,8 +261,7 @@ void Form8::Conectar(bool retorno) {
         TempoEspera = p.tempoEspera;
 
         status("OK");
-        laco.Espera(0.5);
-        if (Saiu()) return;
+        if (Aguarda(laco.Agora() + 0.5) == Fim::Saiu) return;
         ligacao_.CarregaWS(1);
         ligacao_.CarregaWS(2);
         status("Conectando ao servidor...");
@@ -375,7 +375,7 @@ void Form8::Conectar(bool retorno) {
                     break;
                 }
                 status("Não foi possivel conectar a " + Mascara(endereco));
-                laco.Espera(0.5);
+                if (Aguarda(laco.Agora() + 0.5, true) == Fim::Saiu) return;
             } else {
                 laco.Bomba();
             }

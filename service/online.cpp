@@ -26,7 +26,8 @@ std::string FormataPontos(long pontos) {
 }
 
 ServicoOnline::ServicoOnline(Form1& f, Buscas& buscas)
-    : f_(f), pedidos_(buscas, EnderecoServico(f.registro()), EnderecoTestePorta(f.registro())) {
+    : f_(f), buscas_(buscas),
+      pedidos_(buscas, EnderecoServico(f.registro()), EnderecoTestePorta(f.registro())) {
     laco.relogio = [&f] { return f.plataforma.Decorrido(); };
     laco.bomba = [&f] {
         f.plataforma.ProcessaEventos();

@@ -28,6 +28,7 @@ class ServicoOnline {
     // Opens a page in the browser.
     std::function<void(const std::string&)> AbrePagina;
     Pedidos& pedidos() { return pedidos_; }
+    Buscas& buscas() { return buscas_; }
 
     // Clock in whole seconds of the last award request; 0 before the first.
     std::int64_t MarcaPontos = 0;
@@ -60,6 +61,7 @@ class ServicoOnline {
 
   private:
     Form1& f_;
+    Buscas& buscas_;
     Pedidos pedidos_;
 };
 
