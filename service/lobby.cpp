@@ -51,6 +51,7 @@ Form8::Form8(Form1& f, ServicoOnline& servico, TestePorta& porta, LigacaoLobby& 
     liga(Timer5, 100, [this] { Timer5_Timer(); });
     porta_.Porta = [this] { return Porta; };
     servico_.buscas().Cancelado = [this] { return Saiu(); };
+    ligacao_.Lobby(this);
     Label2.Visivel = false;
     Label7.Visivel = false;
 }
@@ -62,6 +63,7 @@ Form8::~Form8() {
     Timer5.stop();
     porta_.Porta = nullptr;
     servico_.buscas().Cancelado = nullptr;
+    ligacao_.Lobby(nullptr);
 }
 
 // ---------------------------------------------------------------- life cycle

@@ -17,9 +17,13 @@ namespace velmora {
 
 // What the lobby asks of the peer link: the board window's sockets WS(1), the listener,
 // and WS(2), the dialler. Errors of the socket calls are the link's to swallow.
+class Form8;
+
 class LigacaoLobby {
   public:
     virtual ~LigacaoLobby() = default;
+    // The lobby that receives the link's events: set when it is created, null when it ends.
+    virtual void Lobby(Form8* lobby) { (void)lobby; }
     // 0 unloads WS(2) and WS(1); 1 or 2 unloads that socket and loads it anew.
     virtual void CarregaWS(int k) = 0;
     // 0 unloads both, 1 or 2 one of them.

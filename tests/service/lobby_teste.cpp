@@ -4,6 +4,7 @@
 #include "apoio_sessao.h"
 #include "service/cadastro.h"
 #include "service/lobby.h"
+#include "service/redeservico.h"
 #include "store/configuracao.h"
 
 #include <QTimer>
@@ -24,6 +25,7 @@ class LigacaoFalsa : public LigacaoLobby {
         });
     };
     bool escuta = true;
+    void Lobby(Form8* l) override { lobby = l; }
     void CarregaWS(int k) override { notas.push_back("carrega " + std::to_string(k)); }
     void FechaSockets(int k) override { notas.push_back("descarrega " + std::to_string(k)); }
     void FechaWS(int k) override { notas.push_back("fecha " + std::to_string(k)); }
@@ -70,7 +72,6 @@ class Lobby : public CopiaComServico {
         CopiaComServico::SetUp();
         porta = std::make_unique<TestePorta>(*online, mod);
         lobby = std::make_unique<Form8>(*form, *online, *porta, ligacao, janela);
-        ligacao.lobby = lobby.get();
         form->ctx.Game.Modo = 4;
         form->ctx.Jogador[1].Nome = "ana";
         lobby->Senha = "1234";
@@ -161,7 +162,6 @@ TEST_F(Lobby, AtualizacaoOferecida) {
     Lobby::TearDown();
     janela = JanelaFalsa();
     lobby = std::make_unique<Form8>(*form, *online, *porta, ligacao, janela);
-    ligacao.lobby = lobby.get();
     lobby->GetUpdate = [] { return std::string("!*!Link!*!x!*!3.9.1!*!http://e/i.exe!*!!*!"); };
     Abre();
     EXPECT_EQ(janela.perguntas,
@@ -412,4 +412,38 @@ TEST_F(Lobby, DeixaNaEsperaTestaAPortaEEscuta) {
     const auto n = servico.pedidos.size();
     lobby->DeixaNaEspera(45125);
     EXPECT_EQ(servico.pedidos.size(), n);
+}
+
+TEST_F(Lobby, SessaoAbreOLobbyEPremiaPeloServico) {
+    lobby.reset();
+    RedeNotas peer;
+    RedeComServico rede2(peer, *online);
+    form->UsaRede(rede2);
+    form->SenhaDigitada = "1234";
+    // the relay is reached, a peer joins through it, and the handshake ends
+    ligacao.aoConectar = [this](const std::string&, int) {
+        QTimer::singleShot(5, [this] {
+            ligacao.lobby->ConectouServidor();
+            QTimer::singleShot(50, [this] {
+                ligacao.lobby->ConexaoFeita();
+                form->EstaConectado();
+                ligacao.lobby->EstaConectado();
+            });
+        });
+    };
+    rede2.Lobby = [&] { return AbreLobbySemTela(*form, *online, *porta, ligacao, janela); };
+    const ResultadoLobby r = form->rede().AbreLobby();
+    EXPECT_FALSE(r.JogarComoVisitante);
+    EXPECT_TRUE(form->ctx.Game.Conectado);
+    EXPECT_EQ(ligacao.lobby, nullptr); // the lobby ended
+    EXPECT_NE(servico.pedidos[1].caminho.find("senha=1234"), std::string::npos);
+    // the session's award reaches the service; the rest goes to the peer link
+    Troca("tipo=ta", "OK");
+    tabela.push_back({"AtribuiB", "OK#PT1:1600#PT2:900"});
+    Respostas(tabela);
+    form->ctx.Jogador[1].Vitorias = 1;
+    EXPECT_TRUE(form->rede().AtribuiVitoria(1, true));
+    EXPECT_EQ(peer.enviadas.back(), "GETPT:1600:900");
+    form->rede().EnviaPeer("ola");
+    EXPECT_EQ(peer.enviadas.back(), "ola");
 }
