@@ -74,6 +74,7 @@ void Form8::Form_Load() {
         return;
     }
     Form8Aberto = true;
+    if (f_.ctx.Jogador[1].IDCPT.empty()) f_.ctx.Jogador[1].IDCPT = IDCPTLocal(f_.registro());
     JaNotificado = false;
     Acao.clear();
     SairLobby = false;

@@ -5,13 +5,33 @@
 #include "service/respostas.h"
 #include "store/configuracao.h"
 
+#include <QCryptographicHash>
 #include <QDate>
 #include <QLocale>
 #include <QThread>
 
 #include <cmath>
+#include <fstream>
+#include <random>
 
 namespace velmora {
+
+std::string IDCPTLocal(clsRegistryAccess& reg) {
+    std::string id = LeOpcao(reg, "IDCPT", "");
+    if (!id.empty()) return id;
+    std::string semente;
+    if (std::ifstream f("/etc/machine-id"); f) std::getline(f, semente);
+    if (semente.empty()) {
+        std::random_device r;
+        semente = std::to_string(r()) + std::to_string(r());
+    }
+    // A digest of the machine's id, so that the service never sees the id itself
+    const QByteArray h = QCryptographicHash::hash(QByteArray::fromStdString(semente + "velmora"),
+                                                  QCryptographicHash::Sha256);
+    id = h.toHex().left(16).toUpper().toStdString();
+    GravaOpcao(reg, "IDCPT", id);
+    return id;
+}
 
 std::string FormataPontos(long pontos) {
     if (pontos == 0) return "(0)";

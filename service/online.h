@@ -14,6 +14,10 @@
 
 namespace velmora {
 
+// This computer's identifier, the same on every run: the setting "IDCPT", made once from
+// /etc/machine-id (or at random where there is none) and kept.
+std::string IDCPTLocal(clsRegistryAccess& reg);
+
 // Points as the panel shows them: "(1.500)", and "(0)" for none.
 std::string FormataPontos(long pontos);
 

@@ -37,6 +37,15 @@ TEST(FormatoDosPontos, SeparadorDeMilharEZero) {
     EXPECT_EQ(FormataPontos(-2500), "(-2.500)");
 }
 
+TEST_F(Pontos, IdentificadorDoComputadorEstavel) {
+    const std::string id = IDCPTLocal(form->registro());
+    EXPECT_EQ(id.size(), 16u);
+    EXPECT_EQ(IDCPTLocal(form->registro()), id);
+    EXPECT_EQ(LeOpcao(form->registro(), "IDCPT", ""), id);
+    GravaOpcao(form->registro(), "IDCPT", "OUTRO");
+    EXPECT_EQ(IDCPTLocal(form->registro()), "OUTRO");
+}
+
 TEST_F(Pontos, VitoriaAceitaMostraOsTotaisEAvisaOPeer) {
     EXPECT_TRUE(online->AtribuiVitoria(1, true));
     ASSERT_EQ(Atribuicoes(), 1);
