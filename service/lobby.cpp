@@ -562,6 +562,8 @@ void Form8::ErroEscuta() {
 
 void Form8::EstaConectado() {
     janela_.BandejaRemove();
+    // The windows waited below the screen: the board comes back for the game
+    if (janela_.Escondida()) janela_.CentraJanelas();
     Timer5.start();
 }
 
