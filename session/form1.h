@@ -80,6 +80,7 @@ class Form1 : public Ganchos {
     bool ConexaoAberta = false;
     bool NaRede = false;    // Game.NaRede
     std::string SenhaGrupo; // Game.SenhaGrupo
+    std::string SenhaDigitada; // the on-line tab's password, for the lobby's login
     int Conta_Verifica = 0;
     int SegundosInicio = 0; // seconds this copy spent in the start sequence of the game
     int PosicaoRecord = 0;  // the row the records viewer marks

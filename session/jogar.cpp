@@ -90,6 +90,7 @@ bool Form1::JogarOnline(CamposNovoJogo& c) {
     }
     NaRede = c.ChkNaRede;
     SenhaGrupo = amigos ? Minusculas(Apara(c.Text3)) : "";
+    SenhaDigitada = amigos || c.Visitante ? "" : c.Text2;
     G.Modo = 4;
     j1.Visitante = !amigos && c.Visitante;
     std::string nome = amigos ? c.Text1 : (c.Visitante ? c.Text4 : c.Combo3);
