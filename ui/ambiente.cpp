@@ -1,6 +1,6 @@
 #include "ui/ambiente.h"
 
-#include <cstdlib>
+#include "service/endereco.h"
 
 namespace velmora::ui {
 
@@ -9,8 +9,7 @@ QUrl AmbienteUi::Ajuda() const {
 }
 
 QString EnderecoServico() {
-    if (const char* v = std::getenv("VELMORA_SERVICO"); v && *v) return QString::fromUtf8(v);
-    return "http://127.0.0.1:8080";
+    return QString::fromStdString(velmora::EnderecoServico());
 }
 
 } // namespace velmora::ui

@@ -316,14 +316,8 @@ void JanelaTabuleiro::Monta() {
     connect(Image12, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image12_Click);
     connect(Image13, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image13_Click);
     connect(Image4, &BotaoIcone::clicado, this, [this] {
-        if (!ctx_.Game.Conectado) {
-            if (abreSobre) abreSobre(this);
-            return;
-        }
-        // a connected game goes on while the box is open
-        auto sobre = std::make_unique<FrmSobre>(VersaoPrograma, this);
-        sobre->setAttribute(Qt::WA_DeleteOnClose);
-        sobre.release()->show(); // its parent, this window, owns it until it closes
+        // the screen opens it beside a connected game, modally otherwise
+        if (abreSobre) abreSobre(this);
     });
     connect(Image14, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image14_Click);
     connect(Image15, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image15_Click);

@@ -2,6 +2,7 @@
 // and opens the new game dialog; the game session behind it runs every game.
 #include "captura.h"
 
+#include "session/form1.h"
 #include "session/frmsplash.h"
 #include "session/relogio.h"
 #include "ui/caixas.h"
@@ -48,7 +49,9 @@ int main(int argc, char** argv) {
     QApplication::setWindowIcon(Icone());
     QApplication::setQuitOnLastWindowClosed(false);
 
-    const std::filesystem::path pasta = QCoreApplication::applicationDirPath().toStdString();
+    // the sounds and the music lie where the other files of the program lie
+    const std::filesystem::path pasta =
+        velmora::CaminhoDoPrograma(QCoreApplication::applicationDirPath().toStdString());
 #ifdef VELMORA_COM_SOM
     velmora::Sons tocador(pasta);
 #else
