@@ -8,6 +8,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QStandardPaths>
@@ -48,6 +49,11 @@ FrmUp::FrmUp(Caixas& caixas, EntregaAtualizacao entrega, std::string LinkUpdate,
       sha256_(std::move(sha256)) {
     setObjectName("FrmUp");
     setWindowTitle(QString::fromStdString("Norvane - Update do " + TituloApp));
+    auto* legenda = new QLabel(windowTitle(), this);
+    legenda->setObjectName("Label1");
+    QFont fonte = legenda->font();
+    fonte.setBold(true);
+    legenda->setFont(fonte);
     ProgressBarXP1 = new ProgressBarXP(this);
     ProgressBarXP1->setObjectName("ProgressBarXP1");
     ProgressBarXP1->setFixedSize(320, 24);
@@ -57,6 +63,7 @@ FrmUp::FrmUp(Caixas& caixas, EntregaAtualizacao entrega, std::string LinkUpdate,
     ProgressBarXP1->Max(100);
     auto* coluna = new QVBoxLayout(this);
     coluna->setContentsMargins(16, 16, 16, 16);
+    coluna->addWidget(legenda);
     coluna->addWidget(ProgressBarXP1);
     coluna->setSizeConstraint(QLayout::SetFixedSize);
 }

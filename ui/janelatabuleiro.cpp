@@ -525,8 +525,11 @@ void JanelaTabuleiro::Image9_RightClick() {
 
 void JanelaTabuleiro::TelaCheiaClick() {
     if (!telaCheia_) {
+        // The window fills the screen from its corner, the display keeps its mode. The
+        // geometry is set as well, for displays without a window manager to honour the state.
         telaCheia_ = true;
         showFullScreen();
+        if (const QScreen* tela = screen()) setGeometry(tela->geometry());
         return;
     }
     RestauraTela();
@@ -536,6 +539,7 @@ void JanelaTabuleiro::RestauraTela() {
     if (!telaCheia_) return;
     telaCheia_ = false;
     showNormal();
+    resize(LarguraPalco, AlturaPalco);
     for (int i = 0; i < 4; ++i) QCoreApplication::processEvents();
     if (const QScreen* tela = screen()) {
         const QRect area = tela->availableGeometry();

@@ -77,10 +77,15 @@ class Atualizacao : public ::testing::Test {
     FrmUp::Fim Baixa(const std::string& link, bool root, const std::string& sha256 = {}) {
         FrmUp up(caixas, Entrega(root), link, sha256);
         ProgressBarXP* barra = up.ProgressBarXP1;
-        up.DL1.Bomba = [this, barra] {
+        // VELMORA_FOTO_ATUALIZACAO names a picture of the window in the middle of a download
+        const char* foto = std::getenv("VELMORA_FOTO_ATUALIZACAO");
+        up.DL1.Bomba = [this, barra, foto, &up] {
             BombaPadrao();
-            if (amostras.empty() || amostras.back() != barra->Percentagem())
+            if (amostras.empty() || amostras.back() != barra->Percentagem()) {
                 amostras.push_back(barra->Percentagem());
+                if (foto && *foto && barra->Percentagem() >= 40 && barra->Percentagem() < 70)
+                    up.grab().save(foto, "PNG");
+            }
         };
         up.exec();
         arquivo = up.Arquivo();
