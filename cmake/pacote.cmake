@@ -19,7 +19,6 @@ set(CPACK_DEB_COMPONENT_INSTALL OFF)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "http://127.0.0.1:8080/html/download.php?prog=velmace")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # beyond the shared libraries: the sound font that the music is played with
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "timgm6mb-soundfont")

@@ -51,11 +51,12 @@ void FrmSobre::Label10_Click() {
     Command1->setEnabled(false);
     // the check lets events run: the box may be closed before it ends
     const QPointer<FrmSobre> vivo(this);
-    const std::string resultado = getUpdate();
+    const auto busca = getUpdate; // a copy: the box may end while its check runs
+    const std::string resultado = busca();
     QApplication::restoreOverrideCursor();
     if (!vivo) return;
     Command1->setEnabled(true);
-    if (respondeUpdate) respondeUpdate(this, resultado);
+    if (const auto responde = respondeUpdate) responde(this, resultado);
 }
 
 } // namespace velmora::ui

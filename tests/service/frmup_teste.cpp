@@ -4,6 +4,8 @@
 #include "servicofalso.h"
 
 #include "net/bomba.h"
+#include "net/getconteudo.h"
+#include "net/modsocketmaster.h"
 #include "ui/atualizacao.h"
 #include "ui/caixas.h"
 #include "ui/frmsobre.h"
@@ -234,6 +236,31 @@ TEST_F(Atualizacao, WindowTitleAndBar) {
 }
 
 // ---------------------------------------------------------------- the lobby and the about box
+
+TEST_F(Atualizacao, ServiceOfferingANewerVersionLeadsToTheQuestionAndADownload) {
+    // the whole road: the check, the lobby's question, the window on the offered address
+    const std::string soma =
+        QCryptographicHash::hash(servico.pacote, QCryptographicHash::Sha256).toHex().toStdString();
+    servico.respostaHttp = "!*!x!*!3.9.1!*!" + servico.UrlPacote() + "!*!!*!!*!sha256:" + soma;
+    servico.modo = ServicoFalso::Modo::Lento;
+    modSocketMaster mod;
+    ClienteGetConteudo wsg(mod);
+    dl DL1;
+    const std::string resultado = GetUpdate(DL1, wsg, servico.Base(), "Velmora Ace", TemposLobby);
+    caixas.respostas = {true};
+    FrmUp::Fim fim = FrmUp::Fim::Nenhum;
+    OfereceAtualizacaoLobby(resultado, caixas, nullptr, [&](const OfertaAtualizacao& o) {
+        EXPECT_EQ(o.sha256, soma);
+        fim = Baixa(o.endereco, false, o.sha256);
+    });
+    EXPECT_EQ(fim, FrmUp::Fim::Entregue);
+    ASSERT_FALSE(caixas.vistas.empty());
+    EXPECT_EQ(caixas.vistas[0],
+              "P:Está disponível uma atualização do Velmora Ace. Deseja atualizar agora?");
+    EXPECT_GE(amostras.size(), 4u);
+    EXPECT_EQ(abertos.size(), 2u);
+    EXPECT_EQ(encerramentos, 1);
+}
 
 TEST_F(Atualizacao, LobbyShowsTheMessageFirstThenAsks) {
     std::vector<std::string> abertas;
