@@ -227,14 +227,6 @@ TEST_F(Atualizacao, ClosingTheWindowStopsTheDownload) {
     EXPECT_EQ(encerramentos, 0);
 }
 
-TEST_F(Atualizacao, WindowTitleAndBar) {
-    FrmUp up(caixas, Entrega(false), "");
-    EXPECT_EQ(up.windowTitle(), "Norvane - Update do Velmora Ace");
-    EXPECT_EQ(up.ProgressBarXP1->Color(), RGB(49, 106, 197));
-    EXPECT_EQ(up.ProgressBarXP1->Scrolling(), 0);
-    EXPECT_EQ(up.ProgressBarXP1->Max(), 100);
-}
-
 // ---------------------------------------------------------------- the lobby and the about box
 
 TEST_F(Atualizacao, ServiceOfferingANewerVersionLeadsToTheQuestionAndADownload) {
