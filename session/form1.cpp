@@ -13,10 +13,10 @@ std::string CaminhoDoPrograma(std::string pasta) {
     // Installed, the executables are in <prefix>/bin and their files in
     // <prefix>/share/velmora-ace; in the build tree the files lie beside the executables.
     std::error_code ec;
-    const std::filesystem::path ao_lado = std::filesystem::path(pasta) / "velmora.html";
+    const std::filesystem::path aoLado = std::filesystem::path(pasta) / "velmora.html";
     const std::filesystem::path instalado =
         std::filesystem::path(pasta).parent_path() / "share" / "velmora-ace";
-    if (!std::filesystem::exists(ao_lado, ec) &&
+    if (!std::filesystem::exists(aoLado, ec) &&
         std::filesystem::exists(instalado / "velmora.html", ec)) {
         std::string p = std::filesystem::weakly_canonical(instalado, ec).string();
         while (!p.empty() && p.back() == '/') p.pop_back();
