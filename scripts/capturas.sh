@@ -2,7 +2,8 @@
 # Screenshots of the desktop program for the README: the first new game dialog and the board
 # in the middle of a game against the computer. Runs velmora-ace under Xvfb in its scripted
 # mode (VELMORA_CAPTURA), with settings and data in a temporary folder, and writes
-# docs/novo-jogo.png and docs/tabuleiro.png. Also prints how long the program took from its
+# docs/novo-jogo.png, docs/tabuleiro.png and docs/tela-cheia.png (the board in full
+# screen). Also prints how long the program took from its
 # launch to the first dialog.
 #
 #   scripts/capturas.sh [build folder]     (default: build)
@@ -40,5 +41,6 @@ xvfb-run -a -s "-screen 0 1024x768x24" "$tmp/dentro.sh" "$programa"
 mkdir -p "$raiz/docs"
 cp "$VELMORA_CAPTURA/novo-jogo.png" "$raiz/docs/novo-jogo.png"
 cp "$VELMORA_CAPTURA/tabuleiro.png" "$raiz/docs/tabuleiro.png"
-echo "docs/novo-jogo.png and docs/tabuleiro.png written"
+cp "$VELMORA_CAPTURA/tela-cheia.png" "$raiz/docs/tela-cheia.png"
+echo "docs/novo-jogo.png, docs/tabuleiro.png and docs/tela-cheia.png written"
 echo "from launch to the first dialog: $(cat "$VELMORA_CAPTURA/ate-o-dialogo-ms.txt") ms"

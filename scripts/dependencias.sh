@@ -8,6 +8,7 @@ pacotes=(
   libsdl2-mixer-dev timgm6mb-soundfont
   libsqlite3-dev libcpp-httplib-dev libasio-dev libsodium-dev libpq-dev pkg-config
   xvfb xauth imagemagick
+  dpkg-dev
 )
 faltam=()
 for p in "${pacotes[@]}"; do

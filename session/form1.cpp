@@ -2,12 +2,26 @@
 #include "session/form1.h"
 
 #include <cmath>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace velmora {
 
 std::string CaminhoDoPrograma(std::string pasta) {
     while (!pasta.empty() && pasta.back() == '/') pasta.pop_back();
+    // Installed, the executables are in <prefix>/bin and their files in
+    // <prefix>/share/velmora-ace; in the build tree the files lie beside the executables.
+    std::error_code ec;
+    const std::filesystem::path aoLado = std::filesystem::path(pasta) / "velmora.html";
+    const std::filesystem::path instalado =
+        std::filesystem::path(pasta).parent_path() / "share" / "velmora-ace";
+    if (!std::filesystem::exists(aoLado, ec) &&
+        std::filesystem::exists(instalado / "velmora.html", ec)) {
+        std::string p = std::filesystem::weakly_canonical(instalado, ec).string();
+        while (!p.empty() && p.back() == '/') p.pop_back();
+        return ec ? pasta : p;
+    }
     return pasta;
 }
 

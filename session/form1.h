@@ -251,7 +251,9 @@ class Form1 : public Ganchos {
 
 // The tournament stage's name shown for the opponent, 1 to 8.
 std::string NomeFase(int fase);
-// The folder of the program, without a trailing "/".
+// The folder of the program's files, without a trailing "/": the executable's folder
+// `pasta`, or, when the files aren't there and the program is installed, the folder
+// share/velmora-ace beside the executable's bin folder.
 std::string CaminhoDoPrograma(std::string pasta);
 
 } // namespace velmora

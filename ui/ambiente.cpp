@@ -1,6 +1,6 @@
 #include "ui/ambiente.h"
 
-#include <cstdlib>
+#include "service/endereco.h"
 
 namespace velmora::ui {
 
@@ -8,9 +8,8 @@ QUrl AmbienteUi::Ajuda() const {
     return QUrl::fromLocalFile(QString::fromStdString((pastaApp / "velmora.html").string()));
 }
 
-QString EnderecoServico() {
-    if (const char* v = std::getenv("VELMORA_SERVICO"); v && *v) return QString::fromUtf8(v);
-    return "http://127.0.0.1:8080";
+QString EnderecoServico(clsRegistryAccess& reg) {
+    return QString::fromStdString(velmora::EnderecoServico(reg));
 }
 
 } // namespace velmora::ui

@@ -35,7 +35,7 @@ struct AmbienteUi {
     QUrl Ajuda() const;
 };
 
-// The base address of the on-line service: VELMORA_SERVICO, or the build's default.
-QString EnderecoServico();
+// The base address of the on-line service: VELMORA_SERVICO, the setting, or the build's default.
+QString EnderecoServico(clsRegistryAccess& reg);
 
 } // namespace velmora::ui

@@ -338,7 +338,7 @@ QWidget* FrmNewGame::MontaAba3() {
                              "Jogar On-line");
     });
     connect(Label21, &Rotulo::clicado, this, [this] {
-        amb_.Abre(QUrl(EnderecoServico() + "/html/perfil.php?prog=velmora&s=" +
+        amb_.Abre(QUrl(EnderecoServico(amb_.reg) + "/html/perfil.php?prog=velmora&s=" +
                        TiraBrancos(Text2->text()) + "&n=" + TiraBrancos(Combo3->currentText())));
     });
 

@@ -1,6 +1,8 @@
 #include "ui/frmsobre.h"
 
+#include <QApplication>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -17,19 +19,44 @@ FrmSobre::FrmSobre(const QString& versao, QWidget* pai) : QDialog(pai) {
     auto* versaoRotulo = new QLabel("Versão " + versao, this);
     versaoRotulo->setObjectName("versao");
     auto* texto = new QLabel("Jogo de damas no tabuleiro de 8 por 8 casas, contra o computador, "
-                             "em torneio ou entre duas pessoas na mesma tela.\n\n"
-                             "A procura de atualizações não está disponível nesta versão.",
+                             "em torneio ou entre duas pessoas na mesma tela.",
                              this);
     texto->setWordWrap(true);
     texto->setFixedWidth(340);
-    auto* ok = new QPushButton("OK", this);
+    Label10 = new QLabel("<a href=\"#\">Procurar uma versão mais nova</a>", this);
+    Label10->setObjectName("Label10");
+    connect(Label10, &QLabel::linkActivated, this, [this] { Label10_Click(); });
+    auto* contato = new QLabel("<a href=\"#\">Fale conosco</a>", this);
+    contato->setObjectName("Label11");
+    connect(contato, &QLabel::linkActivated, this, [this] {
+        if (abreUrl && enderecoContato.isValid()) abreUrl(enderecoContato);
+    });
+    Command1 = new QPushButton("OK", this);
+    Command1->setObjectName("Command1");
+    auto* ok = Command1;
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
     auto* coluna = new QVBoxLayout(this);
     coluna->addWidget(titulo);
     coluna->addWidget(versaoRotulo);
     coluna->addWidget(texto);
+    coluna->addWidget(Label10);
+    coluna->addWidget(contato);
     coluna->addWidget(ok, 0, Qt::AlignRight);
     coluna->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void FrmSobre::Label10_Click() {
+    if (!getUpdate) return;
+    QApplication::setOverrideCursor(Qt::BusyCursor);
+    Command1->setEnabled(false);
+    // the check lets events run: the box may be closed before it ends
+    const QPointer<FrmSobre> vivo(this);
+    const auto busca = getUpdate; // a copy: the box may end while its check runs
+    const std::string resultado = busca();
+    QApplication::restoreOverrideCursor();
+    if (!vivo) return;
+    Command1->setEnabled(true);
+    if (const auto responde = respondeUpdate) responde(this, resultado);
 }
 
 } // namespace velmora::ui

@@ -317,14 +317,8 @@ void JanelaTabuleiro::Monta() {
     connect(Image12, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image12_Click);
     connect(Image13, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image13_Click);
     connect(Image4, &BotaoIcone::clicado, this, [this] {
-        if (!ctx_.Game.Conectado) {
-            if (abreSobre) abreSobre(this);
-            return;
-        }
-        // a connected game goes on while the box is open
-        auto sobre = std::make_unique<FrmSobre>(VersaoPrograma, this);
-        sobre->setAttribute(Qt::WA_DeleteOnClose);
-        sobre.release()->show(); // its parent, this window, owns it until it closes
+        // the screen opens it beside a connected game, modally otherwise
+        if (abreSobre) abreSobre(this);
     });
     connect(Image14, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image14_Click);
     connect(Image15, &BotaoIcone::clicado, this, &JanelaTabuleiro::Image15_Click);
@@ -523,7 +517,7 @@ void JanelaTabuleiro::Image14_Click() {
 }
 
 void JanelaTabuleiro::Image15_Click() {
-    amb_.Abre(QUrl(EnderecoServico() + "/html/ranking_velmora.php"));
+    amb_.Abre(QUrl(EnderecoServico(amb_.reg) + "/html/ranking_velmora.php"));
 }
 
 void JanelaTabuleiro::Image9_RightClick() {
@@ -532,8 +526,11 @@ void JanelaTabuleiro::Image9_RightClick() {
 
 void JanelaTabuleiro::TelaCheiaClick() {
     if (!telaCheia_) {
+        // The window fills the screen from its corner, the display keeps its mode. The
+        // geometry is set as well, for displays without a window manager to honour the state.
         telaCheia_ = true;
         showFullScreen();
+        if (const QScreen* tela = screen()) setGeometry(tela->geometry());
         return;
     }
     RestauraTela();
@@ -543,6 +540,7 @@ void JanelaTabuleiro::RestauraTela() {
     if (!telaCheia_) return;
     telaCheia_ = false;
     showNormal();
+    resize(LarguraPalco, AlturaPalco);
     for (int i = 0; i < 4; ++i) QCoreApplication::processEvents();
     if (const QScreen* tela = screen()) {
         const QRect area = tela->availableGeometry();

@@ -1,6 +1,11 @@
 #include "ui/telaqt.h"
 
+#include "net/dl.h"
+#include "net/getconteudo.h"
+#include "net/modsocketmaster.h"
+#include "service/endereco.h"
 #include "session/form1.h"
+#include "ui/atualizacao.h"
 #include "ui/caixas.h"
 #include "ui/frmnewgame.h"
 #include "ui/frmopcoes.h"
@@ -183,8 +188,62 @@ void TelaQt::EncerraPrograma() {
 }
 
 void TelaQt::MostraSobre(QWidget* pai) {
-    FrmSobre sobre(VersaoPrograma, pai ? pai : Pai());
-    sobre.exec();
+    auto sobre = std::make_unique<FrmSobre>(VersaoPrograma, pai ? pai : Pai());
+    sobre->abreUrl = abreUrl_;
+    sobre->enderecoContato =
+        QUrl(QString::fromStdString(Servico()) + "/html/faleconosco.html");
+    sobre->getUpdate = [this] {
+        dl DL1;
+        Busca segunda = getConteudoForm1;
+        if (!segunda) {
+            if (!wsg_) {
+                sockets_ = std::make_unique<modSocketMaster>();
+                wsg_ = std::make_unique<ClienteGetConteudo>(*sockets_);
+            }
+            segunda = [this](const std::string& url, std::int32_t tempo) {
+                return wsg_->GetConteudo(url, tempo);
+            };
+        }
+        return GetUpdate([&DL1](const std::string& url,
+                                std::int32_t tempo) { return DL1.GetConteudo(url, "Id", tempo); },
+                         segunda, Servico(), "Velmora Ace", TemposSobre,
+                         VersaoPrograma);
+    };
+    sobre->respondeUpdate = [this](QWidget* dono, const std::string& resultado) {
+        RespondeAtualizacaoSobre(
+            resultado, caixas_, dono,
+            [this, dono](const OfertaAtualizacao& oferta) { AbreFrmUp(oferta, dono); },
+            VersaoPrograma);
+    };
+    if (form1_ && form1_->ctx.Game.Conectado) {
+        // a connected game goes on while the box is open
+        sobre->setAttribute(Qt::WA_DeleteOnClose);
+        sobre.release()->show(); // its parent, the board window, owns it until it closes
+        return;
+    }
+    sobre->exec();
+}
+
+void TelaQt::AbreFrmUp(const OfertaAtualizacao& oferta, QWidget* pai) {
+    EntregaAtualizacao entrega =
+        entregaAtualizacao ? entregaAtualizacao() : EntregaDoSistema([this] {
+            if (form1_)
+                form1_->EncerraPrograma();
+            else
+                EncerraPrograma();
+        });
+    FrmUp up(caixas_, std::move(entrega), oferta.endereco, oferta.sha256, pai ? pai : Pai());
+    if (form1_) up.servico = velmora::EnderecoServico(form1_->registro());
+    up.exec();
+}
+
+} // namespace velmora::ui
+
+namespace velmora::ui {
+
+std::string TelaQt::Servico() const {
+    if (form1_) return velmora::EnderecoServico(form1_->registro());
+    return std::string(EnderecoPadrao);
 }
 
 } // namespace velmora::ui

@@ -1,16 +1,20 @@
 #pragma once
 // The session's screen on Qt: the splash, the board window, the new game dialog, the
 // message boxes, the records viewer, the sounds and music, full screen and the end.
+#include "service/atualizacao.h"
 #include "session/rede.h"
 #include "session/tela.h"
 #include "ui/ambiente.h"
+#include "ui/frmup.h"
 
 #include <QWidget>
 #include <functional>
 #include <memory>
 
 namespace velmora {
+class ClienteGetConteudo;
 class Form1;
+class modSocketMaster;
 struct Tocador;
 } // namespace velmora
 
@@ -65,8 +69,17 @@ class TelaQt : public Tela {
     void DescarregaFormularios() override;
     void EncerraPrograma() override;
 
-    // The about box.
+    // The about box: modal, or beside the board while a connected game goes on.
     void MostraSobre(QWidget* pai);
+    // The update window for an accepted offer, modally.
+    void AbreFrmUp(const OfertaAtualizacao& oferta, QWidget* pai);
+    // The service's base address in force (environment, setting, default).
+    std::string Servico() const;
+    // The board window's own fetch (its GetConteudo); until the peer link brings one, a
+    // minimal client of the screen's own.
+    Busca getConteudoForm1;
+    // The hand-over of an update; the real one unless a test puts another.
+    std::function<EntregaAtualizacao()> entregaAtualizacao;
 
   private:
     QWidget* Pai() const;
@@ -80,6 +93,8 @@ class TelaQt : public Tela {
     std::unique_ptr<RedeQt> rede_; // the peer link, made with the window
     Rede semRede_;                 // what the session keeps once the link is gone
     std::unique_ptr<FrmSplash> splash_;
+    std::unique_ptr<modSocketMaster> sockets_;
+    std::unique_ptr<ClienteGetConteudo> wsg_;
 };
 
 } // namespace velmora::ui

@@ -33,6 +33,11 @@ void Salva(QWidget& w, const QString& arquivo) {
     foto.save(arquivo, "PNG");
 }
 
+void Escreve(const QString& arquivo, const QString& texto) {
+    QFile f(arquivo);
+    if (f.open(QIODevice::WriteOnly | QIODevice::Truncate)) f.write(texto.toUtf8());
+}
+
 // The clicks of the n-th legal move of the turn: its first square and each landing square.
 std::deque<int> CliquesDe(Contexto& ctx, int escolha) {
     Gerador& g = ctx.gerador();
@@ -85,6 +90,14 @@ bool PreparaCaptura(ui::TelaQt& tela) {
         Form1* f = tela.localizaForm1 ? tela.localizaForm1() : nullptr;
         if (!f) return;
         f->ctx.Velocit = 1;
+        // where the program found its files, and which of them it misses
+        Escreve(roteiro->pasta + "/pasta.txt", QString::fromStdString(f->Programa.CaminhoApp));
+        QString faltam;
+        for (const char* nome : {"velmora.html", "Click.wav", "click.wav", "mover.wav", "talk.wav",
+                                 "alarme.wav", "sweethrt.mid", "passport.mid"})
+            if (!QFile::exists(QString::fromStdString(f->Programa.CaminhoApp) + "/" + nome))
+                faltam += QString(nome) + "\n";
+        Escreve(roteiro->pasta + "/faltam.txt", faltam);
         f->AoProcessarEventos = [roteiro, f, &janela] {
             Contexto& ctx = f->ctx;
             if (roteiro->terminando || ctx.Game.Fim || !ctx.EsperaClique() || ctx.Atual.Vez != 1)
@@ -99,7 +112,13 @@ bool PreparaCaptura(ui::TelaQt& tela) {
                         janela.imgpd_MouseDown(peca, Qt::LeftButton);
                     QTimer::singleShot(700, &janela, [roteiro, f, &janela] {
                         Salva(janela, roteiro->pasta + "/tabuleiro.png");
-                        f->EncerraPrograma();
+                        // the same board in full screen, then back in its window
+                        janela.TelaCheiaClick();
+                        QTimer::singleShot(700, &janela, [roteiro, f, &janela] {
+                            Salva(janela, roteiro->pasta + "/tela-cheia.png");
+                            janela.TelaCheiaClick();
+                            f->EncerraPrograma();
+                        });
                     });
                     return;
                 }

@@ -3,6 +3,7 @@
 #include "captura.h"
 #include "capturarede.h"
 
+#include "session/form1.h"
 #include "session/frmsplash.h"
 #include "session/relogio.h"
 #include "ui/caixas.h"
@@ -49,7 +50,9 @@ int main(int argc, char** argv) {
     QApplication::setWindowIcon(Icone());
     QApplication::setQuitOnLastWindowClosed(false);
 
-    const std::filesystem::path pasta = QCoreApplication::applicationDirPath().toStdString();
+    // the sounds and the music lie where the other files of the program lie
+    const std::filesystem::path pasta =
+        velmora::CaminhoDoPrograma(QCoreApplication::applicationDirPath().toStdString());
 #ifdef VELMORA_COM_SOM
     velmora::Sons tocador(pasta);
 #else
