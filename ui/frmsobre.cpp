@@ -1,5 +1,7 @@
 #include "ui/frmsobre.h"
 
+#include "ui/estilo.h"
+
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -30,6 +32,8 @@ FrmSobre::FrmSobre(const QString& versao, QWidget* pai) : QDialog(pai) {
     coluna->addWidget(texto);
     coluna->addWidget(ok, 0, Qt::AlignRight);
     coluna->setSizeConstraint(QLayout::SetFixedSize);
+    titulo->setStyleSheet("QLabel { color: #7A4B2A; }");
+    DaEstilo(this);
 }
 
 } // namespace velmora::ui
