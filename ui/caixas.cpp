@@ -1,5 +1,7 @@
 #include "ui/caixas.h"
 
+#include "ui/estilo.h"
+
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -20,6 +22,7 @@ QString TextoParaTela(const QString& texto) {
 void CaixasQt::Mensagem(QWidget* pai, const QString& texto, const QString& titulo) {
     QMessageBox caixa(QMessageBox::Information, titulo, TextoParaTela(texto), QMessageBox::Ok, pai);
     caixa.button(QMessageBox::Ok)->setText("OK");
+    DaEstiloDeAviso(caixa, Aviso::Informacao);
     caixa.exec();
 }
 
@@ -29,6 +32,7 @@ bool CaixasQt::Pergunta(QWidget* pai, const QString& texto, const QString& titul
     caixa.button(QMessageBox::Yes)->setText("Sim");
     caixa.button(QMessageBox::No)->setText("Não");
     caixa.setDefaultButton(QMessageBox::Yes);
+    DaEstiloDeAviso(caixa, Aviso::Pergunta);
     return caixa.exec() == QMessageBox::Yes;
 }
 
@@ -39,6 +43,7 @@ std::optional<QString> CaixasQt::Entrada(QWidget* pai, const QString& prompt,
     caixa.setLabelText(TextoParaTela(prompt));
     caixa.setOkButtonText("OK");
     caixa.setCancelButtonText("Cancelar");
+    DaEstilo(&caixa);
     if (caixa.exec() != QDialog::Accepted) return std::nullopt;
     return caixa.textValue();
 }

@@ -3,6 +3,7 @@
 #include "store/configuracao.h"
 #include "store/numeros.h"
 #include "ui/caixas.h"
+#include "ui/estilo.h"
 
 #include <QHBoxLayout>
 #include <QListWidget>
@@ -65,6 +66,7 @@ Frmbloqueio::Frmbloqueio(clsRegistryAccess& reg, Caixas& caixas, QWidget* pai)
     tudo->addWidget(List1, 1);
     tudo->addLayout(botoes);
     resize(460, 300);
+    DaEstilo(this);
     connect(Command1, &QPushButton::clicked, this, &Frmbloqueio::AdicionaNick);
     connect(Command4, &QPushButton::clicked, this, &Frmbloqueio::AdicionaID);
     connect(Command2, &QPushButton::clicked, this, &Frmbloqueio::Remove);

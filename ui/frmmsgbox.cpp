@@ -2,6 +2,7 @@
 
 #include "ui/barratitulo.h"
 #include "ui/caixas.h"
+#include "ui/estilo.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -46,7 +47,7 @@ FrmMSGBOX::FrmMSGBOX(const QString& pergunta, QWidget* pai, int intervaloMs)
     tudo->addWidget(Label5);
     tudo->addLayout(corpo);
     setMinimumWidth(300);
-    setStyleSheet("QDialog#FrmMSGBOX { border: 1px solid #23344A; background: #ECE9D8; }");
+    DaEstilo(this, "QDialog#FrmMSGBOX { border: 1px solid #23344A; background: #ECE9D8; }");
 
     connect(Command1, &QPushButton::clicked, this, [this] { Responde(true); });
     connect(Command2, &QPushButton::clicked, this, [this] { Responde(false); });

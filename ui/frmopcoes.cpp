@@ -2,6 +2,7 @@
 
 #include "store/configuracao.h"
 #include "ui/caixas.h"
+#include "ui/estilo.h"
 #include "ui/frmbloqueio.h"
 
 #include <QCheckBox>
@@ -70,6 +71,7 @@ FrmOpc::FrmOpc(Configuracao& opcoes, clsRegistryAccess& reg, Caixas& caixas,
     Check3->setChecked(opcoes_.HabilitaChat);
     Check4->setChecked(opcoes_.HabilitaChatIngles);
     Check4->setVisible(Check3->isChecked());
+    DaEstilo(this);
 
     connect(Check3, &QCheckBox::clicked, this, [this] { Check4->setVisible(Check3->isChecked()); });
     connect(Command1, &QPushButton::clicked, this, &FrmOpc::Confirma);

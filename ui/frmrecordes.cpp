@@ -4,6 +4,7 @@
 #include "store/placar.h"
 #include "store/recordes.h"
 #include "ui/barratitulo.h"
+#include "ui/estilo.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -46,6 +47,7 @@ FrmMostraRecords::FrmMostraRecords(const Recordes& recordes, const Placar& placa
     tabela_->setFocusPolicy(Qt::NoFocus);
     tabela_->setStyleSheet("QTableWidget { background: #1F2B3A; color: #F0F0F0; "
                            "gridline-color: #33465E; }");
+    tabela_->setTextElideMode(Qt::ElideRight);
     Label7->setWordWrap(true);
     Label7->setAlignment(Qt::AlignCenter);
 
@@ -55,6 +57,7 @@ FrmMostraRecords::FrmMostraRecords(const Recordes& recordes, const Placar& placa
     tudo->addWidget(Label7);
     tudo->addWidget(Label6, 0, Qt::AlignHCenter);
     resize(420, 460);
+    DaEstilo(this);
 
     connect(Label8, &Rotulo::clicado, this, &FrmMostraRecords::ProximoNivel);
     connect(Label6, &Rotulo::clicado, this, [this] {
@@ -77,6 +80,8 @@ void FrmMostraRecords::ExibeRecords(int nivel) {
         auto celula = [&](int coluna, const QString& texto, Qt::Alignment alinhamento) {
             auto item = std::make_unique<QTableWidgetItem>(texto);
             item->setTextAlignment(alinhamento | Qt::AlignVCenter);
+            // a name wider than its column ends in "…": the whole name is its tooltip
+            if (coluna == 1) item->setToolTip(texto);
             tabela_->setItem(i, coluna, item.release()); // the table takes the item
         };
         celula(0, posicao, Qt::AlignCenter);

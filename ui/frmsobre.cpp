@@ -1,5 +1,7 @@
 #include "ui/frmsobre.h"
 
+#include "ui/estilo.h"
+
 #include <QApplication>
 #include <QLabel>
 #include <QPointer>
@@ -43,6 +45,8 @@ FrmSobre::FrmSobre(const QString& versao, QWidget* pai) : QDialog(pai) {
     coluna->addWidget(contato);
     coluna->addWidget(ok, 0, Qt::AlignRight);
     coluna->setSizeConstraint(QLayout::SetFixedSize);
+    titulo->setStyleSheet("QLabel { color: #7A4B2A; }");
+    DaEstilo(this);
 }
 
 void FrmSobre::Label10_Click() {

@@ -6,6 +6,7 @@
 #include "ui/desenhos.h"
 #include "peer/conexaopeer.h"
 #include "peer/filtrapalavroes.h"
+#include "ui/estilo.h"
 #include "ui/frmopcoes.h"
 #include "ui/frmrecordes.h"
 #include "ui/frmsobre.h"
@@ -433,13 +434,15 @@ void JanelaTabuleiro::Atualiza() {
 
     // the players' panel
     for (std::size_t i = 1; i <= 2; ++i) {
-        Sincroniza(LbNome[i], m.LbNome[i]);
         QFont f = LbNome[i]->font();
         const int px = m.FonteLbNome[i] == 8 ? 13 : 16;
         if (f.pixelSize() != px) {
             f.setPixelSize(px);
             LbNome[i]->setFont(f);
         }
+        // Still too wide at the smaller size: it ends in "…", whole in the tooltip.
+        TextoElidido(LbNome[i], QString::fromStdString(m.LbNome[i].Texto));
+        LbNome[i]->setVisible(m.LbNome[i].Visivel);
         Sincroniza(lbnivel[i], m.lbnivel[i]);
         Sincroniza(LbNV[i], m.LbNV[i]);
         int estrelas = 0;

@@ -10,8 +10,11 @@
 #include "ui/frmmsgbox.h"
 #include "ui/frmopcoes.h"
 #include "ui/frmrecordes.h"
+#include "ui/frmsobre.h"
+#include "ui/estilo.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableWidget>
@@ -237,6 +240,41 @@ TEST_F(Opcoes, ClosingWithoutOkChangesNothingAndAHiddenCheck4KeepsItsState) {
     janela.Confirma();
     EXPECT_FALSE(c.HabilitaChat);
     EXPECT_TRUE(c.HabilitaChatIngles);
+}
+
+} // namespace velmora::ui::teste
+
+// ---------------------------------------------------------------- the one look
+
+namespace velmora::ui::teste {
+
+class UmEstilo : public ComPastas {};
+
+TEST_F(UmEstilo, CadaJanelaTomaOEstiloDoProgramaEGuardaAsSuasRegras) {
+    FrmMSGBOX caixa("Aceita empate?", nullptr, 0);
+    FrmSobre sobre("3.9.0");
+    for (QWidget* janela : std::initializer_list<QWidget*>{&caixa, &sobre}) {
+        EXPECT_TRUE(janela->styleSheet().startsWith(FolhaDeEstilo()))
+            << janela->objectName().toStdString();
+        EXPECT_EQ(janela->styleSheet().count(FolhaDeEstilo()), 1)
+            << janela->objectName().toStdString();
+    }
+    EXPECT_TRUE(caixa.styleSheet().contains("QDialog#FrmMSGBOX"));
+    EXPECT_EQ(caixa.findChild<QPushButton*>("Command1")->text(), "SIM");
+}
+
+TEST_F(UmEstilo, NomeLargoDemaisTerminaEmReticenciasComONomeNaDica) {
+    QLabel rotulo;
+    rotulo.setFixedWidth(90);
+    const QString longo = "Maximiliano Bartolomeu de Albuquerque";
+    TextoElidido(&rotulo, longo);
+    EXPECT_TRUE(rotulo.text().endsWith(QChar(0x2026))) << rotulo.text().toStdString();
+    EXPECT_TRUE(longo.startsWith(rotulo.text().chopped(1)));
+    EXPECT_LE(rotulo.fontMetrics().horizontalAdvance(rotulo.text()), 90);
+    EXPECT_EQ(rotulo.toolTip(), longo);
+    TextoElidido(&rotulo, "Ana"); // fits: whole, and no tooltip
+    EXPECT_EQ(rotulo.text(), "Ana");
+    EXPECT_TRUE(rotulo.toolTip().isEmpty());
 }
 
 } // namespace velmora::ui::teste

@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QLabel>
 #include <QScrollBar>
 #include <QTableWidget>
 #include <QTest>
@@ -70,6 +71,27 @@ TEST_F(Tabuleiro, ClicksOnTheSquaresPlayAMoveAndRefuseAnIllegalOne) {
     EXPECT_EQ(Janela().Texto("LbNome_1"), "Ana");
     EXPECT_EQ(Janela().Texto("LbNome_2"), "Rui");
     EXPECT_EQ(Janela().Texto("Label2"), "12");
+}
+
+TEST_F(Tabuleiro, ALongNameEndsInAnEllipsisWithTheWholeNameAsItsTooltip) {
+    const std::string longo = "Maximiliano Bartolomeu de Albuquerque Siqueira";
+    AoEsperarClique({Termina()});
+    PartidaSemTela p;
+    p.Modo = 3;
+    p.Tipo = "HH";
+    p.Comeca = 1;
+    p.Nome1 = longo;
+    p.Nome2 = "Rui";
+    form1->InicioSemTela(p);
+    auto* nome = qobject_cast<QLabel*>(Janela().Controle_("LbNome_1"));
+    ASSERT_NE(nome, nullptr);
+    const QString visto = nome->text();
+    EXPECT_TRUE(visto.endsWith(QChar(0x2026))) << visto.toStdString();
+    EXPECT_TRUE(QString::fromStdString(longo).startsWith(visto.chopped(1)));
+    EXPECT_LE(nome->fontMetrics().horizontalAdvance(visto), nome->contentsRect().width());
+    EXPECT_EQ(nome->toolTip().toStdString(), longo);
+    EXPECT_EQ(Janela().Texto("LbNome_2"), "Rui");
+    EXPECT_TRUE(nome->font().pixelSize() == 13); // the smaller size of a wide name
 }
 
 TEST_F(Tabuleiro, TheHistoryButtonsTakeBackAndGoForward) {
