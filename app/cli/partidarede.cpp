@@ -387,6 +387,12 @@ int ComandoPartidaRede(const Argumentos& args) {
             const bool vivo = estado == sckListening || estado == sckConnected ||
                               estado == sckConnecting || estado == sckResolvingHost ||
                               estado == sckHostResolved || estado == sckOpen;
+            if (!vivo && form.ConexaoAberta) {
+                // The other side came and left (or was refused) before the game.
+                std::printf("[A conexão foi encerrada antes do início do jogo]\n");
+                std::fflush(stdout);
+                return;
+            }
             if (!vivo) {
                 std::string texto =
                     peer.UltimoErro.empty() ? "a conexão foi encerrada" : peer.UltimoErro;

@@ -184,11 +184,15 @@ TEST_F(NovoJogo, TheOnLineTabsValidateAndSayTheyAreNotInThisBuild) {
     d->Text4->setText("Visita");
     d->Label3_Click();
     EXPECT_TRUE(caixas.Ultima().startsWith("O jogo on-line não está disponível"));
-    d->Image1_Click(5);
-    d->Label3_Click();
-    EXPECT_TRUE(caixas.Ultima().startsWith("O jogo on-line não está disponível"));
     EXPECT_FALSE(d->Fechado());
     EXPECT_TRUE(jogadas.empty());
+    // "Por IP" goes to the session, which opens the direct connection dialog
+    d->Image1_Click(5);
+    d->TxtRede->setText("Rede");
+    d->Label3_Click();
+    ASSERT_EQ(jogadas.size(), 1u);
+    EXPECT_EQ(jogadas[0].Aba, 5);
+    EXPECT_EQ(jogadas[0].TxtRede, "Rede");
     EXPECT_EQ(Memoria("OPTJ"), "5");
 }
 

@@ -26,14 +26,29 @@ class TelaMuda : public Tela, public TelaPeer {
     bool sim = false;
 };
 
+// No computer thinks inside a read: its turn ends the game.
+class SemPensar : public Pensador {
+  public:
+    explicit SemPensar(Contexto& c) : c_(c) {}
+    uint8_t PensaJogada() override {
+        c_.Game.Fim = true;
+        return 0;
+    }
+
+  private:
+    Contexto& c_;
+};
+
 struct Copia {
     RelogioSimulado relogio;
     TelaMuda tela;
     Form1 form{tela, relogio};
     modSocketMaster mod;
     ConexaoPeer peer{form, mod, &tela};
+    SemPensar pensador{form.ctx};
     Copia() {
         form.UsaRede(peer);
+        form.UsaPensador(&pensador);
         peer.semSockets = true;
         peer.vaiVencer = [](double) { return 0; };
         peer.pingaEndereco = [](const std::string&, int) { return false; };
@@ -62,6 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* dados, size_t tamanho) {
     ctx.Tipo_c = tamanho > 0 && (dados[0] & 1) ? "Cliente" : "Servidor";
     ctx.Game.Modo = tamanho > 0 && (dados[0] & 2) ? 4 : 5;
     ctx.Jogador[2].Nome = "Bia";
+    ctx.Game.Tipo = "HH";
     c.form.EstaConectado();
     ctx.Game.Comeca = 0; // no game starts from inside a read
     ctx.Game.Fim = false;
