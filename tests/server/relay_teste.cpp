@@ -119,6 +119,17 @@ TEST(Relay, PrimeiraMensagemPicadaOuJuntaComOResto) {
     EXPECT_EQ(RecebeUma(d), Nick("caio"));
     ::close(c);
     ::close(d);
+    // A group text that holds "A#", cut right behind it: still one group, "xA#y"
+    const int e = Entra(s, Nick("eva", "xA#y"));
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    const int f = Conecta(s.rede->PortaRelay());
+    const auto nickF = Nick("fabio", "xA#y");
+    EnviaTudo(f, nickF.substr(0, nickF.find("xA#") + 3));
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    EnviaTudo(f, nickF.substr(nickF.find("xA#") + 3));
+    EXPECT_EQ(RecebeUma(e), nickF);
+    ::close(e);
+    ::close(f);
 }
 
 TEST(Relay, LixoSilencioELimites) {
