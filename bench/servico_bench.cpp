@@ -1,5 +1,5 @@
 // velmora-servico on loopback: requests per second of the bare request line on the
-// own-address row (no database: the baseline), the waiting list and the login (argon2id at
+// own-address request (no database: the baseline), the waiting list and the login (argon2id at
 // the service's default cost); the relay's message rate over 1000 open pairs and its bulk
 // throughput against plain loopback TCP, with the memory the pairs hold.
 #include "tests/server/apoio.h"

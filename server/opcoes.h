@@ -17,7 +17,7 @@ struct Opcoes {
     // The web service: the game's default base address is http://127.0.0.1:8080
     std::string endereco = "127.0.0.1";
     std::uint16_t porta = 8080;
-    // The relay that row "Acao=Server" names
+    // The relay, whose address the request with "Acao=Server" returns
     std::string enderecoRelay; // empty: the same as `endereco`
     std::uint16_t portaRelay = 8081;
     // The host name the replies and pages name (relay address, installer links); empty:
