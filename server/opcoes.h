@@ -53,6 +53,7 @@ struct Opcoes {
     std::size_t maxRelayPorEndereco = 16;
     double tempoPedido = 10.0;        // seconds to send a whole request
     double tempoNick = 30.0;          // seconds for a relay copy to send its first message
+    double tempoAssenta = 0.05;       // seconds a whole-looking relay first message waits for more
     double tempoEsperaRelay = 3600.0; // seconds a relay copy may wait for a partner
     double tempoOcioso = 600.0;       // seconds of silence that end a relay pair
     double tempoSonda = 3.0;          // seconds the port test waits for the dial-back

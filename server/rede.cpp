@@ -340,7 +340,7 @@ class LadoRelay : public std::enable_shared_from_this<LadoRelay> {
                 // A group text may itself hold "A#": wait a moment for a later segment
                 // before taking the message as whole
                 nick_ = l.nick;
-                assenta_.expires_after(std::chrono::milliseconds(50));
+                assenta_.expires_after(Segundos(e_.o.tempoAssenta));
                 assenta_.async_wait([self = shared_from_this()](const asio::error_code& ec) {
                     if (!ec && self->estado_ == Estado::LendoNick) self->Pareia();
                 });
