@@ -179,7 +179,7 @@ const std::map<std::string, Item>& Tabela() {
          {"segundos para a primeira mensagem no relay (30)",
           [](Opcoes& o, const std::string& v) { return Real(v, o.tempoNick, 0.05, 600); }}},
         {"tempo-assenta",
-         {"segundos que uma primeira mensagem completa espera por mais bytes (0,05)",
+         {"segundos que uma primeira mensagem completa espera por mais bytes (0.05)",
           [](Opcoes& o, const std::string& v) { return Real(v, o.tempoAssenta, 0, 5); }}},
         {"tempo-ocioso",
          {"segundos de silêncio que encerram um par (600)",
