@@ -17,7 +17,7 @@ struct Opcoes {
     // The web service: the game's default base address is http://127.0.0.1:8080
     std::string endereco = "127.0.0.1";
     std::uint16_t porta = 8080;
-    // The relay that row "Acao=Server" names
+    // The relay, whose address the request with "Acao=Server" returns
     std::string enderecoRelay; // empty: the same as `endereco`
     std::uint16_t portaRelay = 8081;
     // The host name the replies and pages name (relay address, installer links); empty:
@@ -53,6 +53,7 @@ struct Opcoes {
     std::size_t maxRelayPorEndereco = 16;
     double tempoPedido = 10.0;        // seconds to send a whole request
     double tempoNick = 30.0;          // seconds for a relay copy to send its first message
+    double tempoAssenta = 0.05;       // seconds a whole-looking relay first message waits for more
     double tempoEsperaRelay = 3600.0; // seconds a relay copy may wait for a partner
     double tempoOcioso = 600.0;       // seconds of silence that end a relay pair
     double tempoSonda = 3.0;          // seconds the port test waits for the dial-back

@@ -274,7 +274,8 @@ class ConexaoWeb : public std::enable_shared_from_this<ConexaoWeb> {
 class LadoRelay : public std::enable_shared_from_this<LadoRelay> {
   public:
     LadoRelay(Servidor::Estado& e, tcp::socket s, std::string endereco)
-        : e_(e), socket_(std::move(s)), prazo_(e.io), endereco_(std::move(endereco)) {
+        : e_(e), socket_(std::move(s)), prazo_(e.io), assenta_(e.io),
+          endereco_(std::move(endereco)) {
         ++e_.conexoesRelay;
         ++e_.porEndereco[endereco_];
         e_.lados.insert(this);
@@ -297,6 +298,7 @@ class LadoRelay : public std::enable_shared_from_this<LadoRelay> {
         fechado_ = true;
         asio::error_code ignora;
         prazo_.cancel();
+        assenta_.cancel();
         socket_.shutdown(tcp::socket::shutdown_both, ignora);
         socket_.close(ignora);
         if (estado_ == Estado::Esperando) TiraDaEspera();
@@ -315,10 +317,13 @@ class LadoRelay : public std::enable_shared_from_this<LadoRelay> {
         });
     }
 
+    // One read at a time; a call while one is pending does nothing
     void Le() {
-        if (fechado_) return;
+        if (fechado_ || lendo_) return;
+        lendo_ = true;
         socket_.async_read_some(asio::buffer(buf_), [self = shared_from_this()](
                                                         const asio::error_code& ec, std::size_t n) {
+            self->lendo_ = false;
             if (ec) return self->Fecha();
             self->Recebe(std::string_view(self->buf_.data(), n));
         });
@@ -330,9 +335,17 @@ class LadoRelay : public std::enable_shared_from_this<LadoRelay> {
             inicio_.append(dados);
             const auto l = LeNickRelay(inicio_);
             if (l.estado == Leitura::Invalido) return Fecha();
-            if (l.estado == Leitura::Incompleto) return Le();
-            nick_ = l.nick;
-            return Pareia();
+            if (l.estado == Leitura::Incompleto) assenta_.cancel();
+            if (l.estado == Leitura::Completo) {
+                // A group text may itself hold "A#": wait a moment for a later segment
+                // before taking the message as whole
+                nick_ = l.nick;
+                assenta_.expires_after(Segundos(e_.o.tempoAssenta));
+                assenta_.async_wait([self = shared_from_this()](const asio::error_code& ec) {
+                    if (!ec && self->estado_ == Estado::LendoNick) self->Pareia();
+                });
+            }
+            return Le();
         }
         case Estado::Esperando:
             // Nothing should come before a partner; keep a little, in order
@@ -431,9 +444,11 @@ class LadoRelay : public std::enable_shared_from_this<LadoRelay> {
     Servidor::Estado& e_;
     tcp::socket socket_;
     asio::steady_timer prazo_;
+    asio::steady_timer assenta_;
     std::string endereco_;
     Estado estado_ = Estado::LendoNick;
     bool fechado_ = false;
+    bool lendo_ = false;
     std::string inicio_;
     std::string pendente_;
     NickRelay nick_;
