@@ -1,6 +1,7 @@
 #include "service/buscas.h"
 
 #include <limits>
+#include <utility>
 
 namespace velmora {
 
@@ -32,9 +33,13 @@ std::string BuscasReais::Dl(Instancia i, const std::string& url, std::int32_t Ti
 
 std::string BuscasReais::GetConteudo(const std::string& url, std::int32_t tempo) {
     if (EstaCancelado()) return "FALSE";
-    wsg_.Relogio = Relogio();
-    wsg_.Bomba = laco_.bomba;
-    return wsg_.GetConteudo(url, tempo);
+    // The board window's client keeps its own clock and pump outside this call
+    auto relogio = std::exchange(wsg_.Relogio, Relogio());
+    auto bomba = std::exchange(wsg_.Bomba, laco_.bomba);
+    std::string r = wsg_.GetConteudo(url, tempo);
+    wsg_.Relogio = std::move(relogio);
+    wsg_.Bomba = std::move(bomba);
+    return r;
 }
 
 } // namespace velmora

@@ -126,3 +126,32 @@ TEST_F(Janelas, DialogoDaPortaTestaAoAbrir) {
     EXPECT_TRUE(d.Command5->isVisible());
     Captura(d, "porta.png");
 }
+
+TEST_F(Janelas, AguardarMinimizadoEscondeEDevolveAsJanelas) {
+    QWidget tabuleiro;
+    tabuleiro.resize(300, 200);
+    tabuleiro.move(120, 90);
+    tabuleiro.show();
+    LigacaoRelay ligacao;
+    TestePorta porta(*online, mod);
+    ui::JanelaForm8 janela(*form, *online, porta, ligacao, caixas, {&tabuleiro});
+    janela.move(50, 60);
+    const QPoint antes = tabuleiro.pos(), lobbyAntes = janela.pos();
+    EXPECT_FALSE(janela.Escondida());
+    janela.lobby().Label6_Click();
+    EXPECT_TRUE(janela.Escondida());
+    EXPECT_GT(tabuleiro.y(), 1000);
+    // a double click on the icon brings them back where they stood
+    janela.RetornaForms();
+    EXPECT_EQ(tabuleiro.pos(), antes);
+    EXPECT_EQ(janela.pos(), lobbyAntes);
+    // with nothing hidden, nothing moves
+    tabuleiro.move(10, 10);
+    janela.RetornaForms();
+    EXPECT_EQ(tabuleiro.pos(), QPoint(10, 10));
+    // hidden again, the connection centres the board on the screen
+    janela.lobby().Label6_Click();
+    form->ctx.Game.Conectado = true;
+    janela.lobby().EstaConectado();
+    EXPECT_FALSE(janela.Escondida());
+}
