@@ -89,8 +89,11 @@ inline void FazJogadaGerada(Posicao& p, const uint8_t* s, int n, bool Conclui) {
     }
     p.Casas[de] = 0; // first: the move may end where it began
     // crowned only where a whole move ends
-    if (Conclui && (n == 2 || n % 3 == 0) && peca != 0 && !(peca & DAMA) &&
-        (lado == 1 ? para < 21 : para >= 82)) {
+    // the far row as one unsigned compare: the side changes from move to move, and a
+    // branch on it would be mispredicted half the time
+    const int fundo = lado == 1 ? 12 : 82; // first square of the mover's far row
+    if (Conclui && static_cast<unsigned>(para - fundo) < 8u && peca != 0 && !(peca & DAMA) &&
+        (n == 2 || n % 3 == 0)) {
         peca |= DAMA;
         ganho += 20;
     }

@@ -258,14 +258,14 @@ inline int PrimeiraCasa(Mascara m, int d) {
     return alto ? 127 - __builtin_clzll(alto) : 63 - __builtin_clzll(baixo);
 }
 
-// True when the first piece that a flying king on s meets along direction d, past free
+// 1 when the first piece that a flying king on s meets along direction d, past free
 // squares and before the edge, is in `alvos`: the pieces that are not the king's own and
 // have a free square behind them along d.
-inline bool SaltaLonge(int s, int d, Mascara ocupadas, Mascara alvos) {
+inline int SaltaLonge(int s, int d, Mascara ocupadas, Mascara alvos) {
     const Mascara x = Raios[s][d] & ocupadas;
-    if (!(x & alvos)) return false; // nothing to take on this ray at all
+    if (!(x & alvos)) return 0; // nothing to take on this ray at all
     const int w = PrimeiraCasa(x, d);
-    return ((alvos >> w) & 1) != 0;
+    return static_cast<int>((alvos >> w) & 1);
 }
 
 // Moves the bit of square s + d to square s.
@@ -316,7 +316,7 @@ template <int Lado> Gerador::Analise AnalisaLado(const Mascaras& m, int regra) {
                                   alheias & Ve<11>(v)};
         for (Mascara resto = damas; resto; resto &= resto - 1) {
             const int s = MenorCasa(resto);
-            const bool toma =
+            const int toma =
                 SaltaLonge(s, 1, ocupadas, alvos[1]) | SaltaLonge(s, 2, ocupadas, alvos[2]) |
                 SaltaLonge(s, 3, ocupadas, alvos[3]) | SaltaLonge(s, 4, ocupadas, alvos[4]);
             if (toma) a.tomam |= Bit(s);

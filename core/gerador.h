@@ -1,7 +1,8 @@
 #pragma once
 // Move generation for the four rule sets. The generator works by playing: each jump of a
-// capture is played on a copy of the position, and finished routes are offered to a list
-// that keeps only the longest. All lists of a search are stacked in one table.
+// capture is played on the position (in place, and taken back when the branch is done),
+// and finished routes are offered to a list that keeps only the longest. All lists of a
+// search are stacked in one table.
 #include "core/jogada.h"
 #include "core/mascaras.h"
 #include "core/posicao.h"
