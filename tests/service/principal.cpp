@@ -1,13 +1,10 @@
-// One QApplication for the update tests (the update window and the bar are widgets), on
-// the offscreen platform unless the caller chose another.
-#include <QApplication>
-#include <cstdlib>
+// The tests run inside a QCoreApplication: the fake service, the sockets and the web reads
+// are delivered by its event loop, which the waits of the client pump.
+#include <QCoreApplication>
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
-    if (!std::getenv("QT_QPA_PLATFORM")) setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    QApplication app(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    testing::InitGoogleTest(&argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    QCoreApplication app(argc, argv);
     return RUN_ALL_TESTS();
 }
