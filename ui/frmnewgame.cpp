@@ -602,15 +602,7 @@ void FrmNewGame::Label3_Click() {
     CamposNovoJogo campos = Campos();
     if (aba_ == 3 || aba_ == 4) {
         if (!Valida()) return;
-        if (!conectaOnline) {
-            amb_.caixas.Mensagem(this,
-                                 "O jogo on-line não está disponível nesta versão do Velmora "
-                                 "Ace.\rJogue contra o computador ou contra outro jogador "
-                                 "nesta tela.",
-                                 TitulosDasAbas[aba_]);
-            return;
-        }
-        if (!conectaOnline(campos)) return;
+        if (!(conectaOnline ? conectaOnline(campos) : sessao_.JOGAR(campos))) return;
     } else if (!sessao_.JOGAR(campos)) {
         MostraCancelar();
         return;

@@ -114,6 +114,8 @@ SaidaDialogo TelaQt::MostraNovoJogo(velmora::FrmNewGame& dialogo) {
         if (opc.exec() == QDialog::Accepted) form1_->ctx.Velocit = form1_->config.Velocit;
     };
     janela.abreSobre = [this](QWidget* pai) { MostraSobre(pai); };
+    // "JOGAR" of the on-line and friends tabs: the session opens the lobby
+    janela.conectaOnline = [&dialogo](CamposNovoJogo& c) { return dialogo.JOGAR(c); };
     if (aoMostrarNovoJogo)
         QTimer::singleShot(0, &janela, [this, &janela] { aoMostrarNovoJogo(janela); });
     janela.exec();
