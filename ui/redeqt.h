@@ -26,6 +26,8 @@ class RedeQt : public TelaPeer {
     RedeQt(Form1& form, const AmbienteUi& amb, std::function<QWidget*()> janela);
     ~RedeQt() override;
     ConexaoPeer& Peer() { return *peer_; }
+    ServicoOnline& Servico() { return *servico_; }
+    TestePorta& Porta() { return *porta_; }
 
     bool PerguntaEmpate(const std::string& texto) override;
     void RestauraJanela() override;
