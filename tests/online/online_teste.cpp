@@ -284,3 +284,34 @@ TEST(Online, ArgumentosRuins) {
         EXPECT_EQ(c.Espera(Em(10)), 2) << c.Saida();
     }
 }
+
+// Friends with the same group password meet each other through the relay, and not a
+// player of another group who waits there first. The copies are ended once they met.
+TEST(Online, AmigosSeEncontramEOutroGrupoNao) {
+    Servico servico;
+    const std::vector<std::string> jogo = {"--tipo", "C", "--tempo", "0.001"};
+    auto args = [&jogo](std::vector<std::string> a) {
+        a.insert(a.end(), jogo.begin(), jogo.end());
+        return a;
+    };
+    Copia estranho(servico.Endereco(), args({"--nome1", "zeca", "--grupo", "outra"}));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    Copia lia(servico.Endereco(), args({"--nome1", "lia", "--grupo", "Segredo"}));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    Copia mel(servico.Endereco(), args({"--nome1", "mel", "--grupo", " segredo"}));
+    const auto limite = Em(20);
+    std::string ol, om;
+    while (Relogio::now() < limite) {
+        ol = lia.Saida();
+        om = mel.Saida();
+        if (Tem(ol, "Conectado como") && Tem(om, "Conectado como")) break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    EXPECT_TRUE(Tem(ol, "com mel")) << ol;
+    EXPECT_TRUE(Tem(om, "com lia")) << om;
+    // friends log in to nobody: no password is asked for
+    EXPECT_FALSE(Tem(ol, "Nick ou senha")) << ol;
+    const std::string oe = estranho.Saida();
+    EXPECT_TRUE(Tem(oe, "CONECTADO AO SERVIDOR")) << oe;
+    EXPECT_FALSE(Tem(oe, "Conectado como")) << oe;
+}
