@@ -21,6 +21,8 @@ class RedeComServico : public Rede {
         return servico_.AtribuiVitoria(vencedor, terminou);
     }
     ResultadoLobby AbreLobby() override { return Lobby ? Lobby() : base_.AbreLobby(); }
+    // The peer link underneath.
+    Rede& Base() { return base_; }
 
     void EnviaPeer(const std::string& texto) override { base_.EnviaPeer(texto); }
     void FechaSockets(int k) override { base_.FechaSockets(k); }

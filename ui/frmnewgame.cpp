@@ -153,10 +153,7 @@ FrmNewGame::FrmNewGame(const AmbienteUi& ambiente, Configuracao& opcoes,
         if (abreOpcoes) abreOpcoes(this);
     });
     connect(Label18, &Rotulo::clicado, this, [this] {
-        amb_.caixas.Mensagem(this,
-                             "A configuração da porta de comunicação não está disponível "
-                             "nesta versão: o jogo on-line ainda não faz parte dela.",
-                             "Opções avançadas");
+        if (abrePorta) abrePorta(this);
     });
 
     // Opening, in its order.
@@ -332,10 +329,11 @@ QWidget* FrmNewGame::MontaAba3() {
     connect(ChkChat, &QCheckBox::clicked, this,
             [this](bool marcado) { opcoes_.HabilitaChat = marcado; });
     connect(Label10, &Rotulo::clicado, this, [this] {
-        amb_.caixas.Mensagem(this,
-                             "O cadastro de nicks não está disponível nesta versão: o jogo "
-                             "on-line ainda não faz parte dela.",
-                             "Jogar On-line");
+        // A nick just created fills the saved logins; the dialog goes on as with "JOGAR"
+        if (abreCadastro && abreCadastro(this)) {
+            PoeNoCombo();
+            Label3_Click();
+        }
     });
     connect(Label21, &Rotulo::clicado, this, [this] {
         amb_.Abre(QUrl(EnderecoServico(amb_.reg) + "/html/perfil.php?prog=velmora&s=" +
@@ -602,15 +600,7 @@ void FrmNewGame::Label3_Click() {
     CamposNovoJogo campos = Campos();
     if (aba_ == 3 || aba_ == 4) {
         if (!Valida()) return;
-        if (!conectaOnline) {
-            amb_.caixas.Mensagem(this,
-                                 "O jogo on-line não está disponível nesta versão do Velmora "
-                                 "Ace.\rJogue contra o computador ou contra outro jogador "
-                                 "nesta tela.",
-                                 TitulosDasAbas[aba_]);
-            return;
-        }
-        if (!conectaOnline(campos)) return;
+        if (!(conectaOnline ? conectaOnline(campos) : sessao_.JOGAR(campos))) return;
     } else if (!sessao_.JOGAR(campos)) {
         MostraCancelar();
         return;

@@ -48,6 +48,10 @@ class FrmNewGame : public QDialog {
     // Label11 and F9.
     std::function<void(QWidget* pai)> abreOpcoes;
     std::function<void(QWidget* pai)> abreSobre;
+    // The registration dialog (Label10) and the port dialog (Label18); true from the
+    // registration when a nick was created.
+    std::function<bool(QWidget* pai)> abreCadastro;
+    std::function<void(QWidget* pai)> abrePorta;
 
     int PuxaNivel() const;
     int PuxaRegra(int grupo) const;

@@ -5,6 +5,7 @@
 #include "ui/caixas.h"
 #include "ui/desenhos.h"
 #include "peer/conexaopeer.h"
+#include "service/redeservico.h"
 #include "peer/filtrapalavroes.h"
 #include "ui/estilo.h"
 #include "ui/frmopcoes.h"
@@ -559,7 +560,9 @@ QString JanelaTabuleiro::LinhaDeChat(const QString& nome, const QString& texto) 
 }
 
 void JanelaTabuleiro::Label25_Click() {
-    if (auto* peer = dynamic_cast<ConexaoPeer*>(&f_.rede())) {
+    Rede* rede = &f_.rede();
+    if (auto* comServico = dynamic_cast<RedeComServico*>(rede)) rede = &comServico->Base();
+    if (auto* peer = dynamic_cast<ConexaoPeer*>(rede)) {
         // The peer link filters, sends and logs the line, or tells why it can't.
         if (peer->EnviaChat(Text3->text().toStdString())) Text3->clear();
         Atualiza();

@@ -13,6 +13,8 @@
 #include "ui/frmsobre.h"
 #include "ui/frmsplash.h"
 #include "ui/janelatabuleiro.h"
+#include "ui/frmcadastro.h"
+#include "ui/frmporta.h"
 #include "ui/redeqt.h"
 #include "ui/som/tocador.h"
 
@@ -114,6 +116,22 @@ SaidaDialogo TelaQt::MostraNovoJogo(velmora::FrmNewGame& dialogo) {
         if (opc.exec() == QDialog::Accepted) form1_->ctx.Velocit = form1_->config.Velocit;
     };
     janela.abreSobre = [this](QWidget* pai) { MostraSobre(pai); };
+    // "JOGAR" of the on-line and friends tabs: the session opens the lobby
+    janela.conectaOnline = [&dialogo](CamposNovoJogo& c) { return dialogo.JOGAR(c); };
+    janela.abreCadastro = [this](QWidget* pai) {
+        ui::FrmCadastro cadastro(rede_->Servico().pedidos(), form1_->registro(), caixas_,
+                                 LeMarcado(form1_->registro(), "Check1"), pai);
+        cadastro.exec();
+        return cadastro.NickCriado();
+    };
+    janela.abrePorta = [this](QWidget* pai) {
+        ConexaoPeer& peer = rede_->Peer();
+        FrmPorta porta(rede_->Porta(), form1_->registro(), caixas_,
+                       peer.WS.Loaded(0) ? peer.WS(0).LocalIP() : std::string(),
+                       rede_->Servico().pedidos().PaginaRoteador(),
+                       [&peer] { peer.FechaSockets(0); }, pai);
+        porta.exec();
+    };
     if (aoMostrarNovoJogo)
         QTimer::singleShot(0, &janela, [this, &janela] { aoMostrarNovoJogo(janela); });
     janela.exec();

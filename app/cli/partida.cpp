@@ -5,6 +5,7 @@
 // are printed as they change. The session goes on from game to game until the input ends.
 #include "comandos.h"
 #include "opcoes.h"
+#include "partidaonline.h"
 #include "partidarede.h"
 
 #include "core/casas.h"
@@ -216,6 +217,7 @@ void Executa(Form1& form, const std::string& p) {
 } // namespace
 
 int ComandoPartida(const Argumentos& args) {
+    if (PedePartidaOnline(args)) return ComandoPartidaOnline(args);
     if (PedePartidaRede(args)) return ComandoPartidaRede(args);
     Opcoes o(args, {"tipo", "modo", "regra", "nivel1", "nivel2", "comeca", "resposta", "nome1",
                     "nome2", "tempo"});

@@ -158,7 +158,7 @@ TEST_F(NovoJogo, JogarTurnsTheCancelLabelIntoSairWhenTheDialogStaysOpen) {
     EXPECT_EQ(sessao->Label2, "Sair");
 }
 
-TEST_F(NovoJogo, TheOnLineTabsValidateAndSayTheyAreNotInThisBuild) {
+TEST_F(NovoJogo, TheOnLineTabsValidateThenReachTheSession) {
     auto d = Abre();
     d->Image1_Click(4);
     EXPECT_EQ(d->LbActive->text(), "Jogar com meus amigos");
@@ -179,20 +179,23 @@ TEST_F(NovoJogo, TheOnLineTabsValidateAndSayTheyAreNotInThisBuild) {
     d->Label3_Click();
     EXPECT_EQ(caixas.Ultima(), "Informe a senha");
 
-    // a visitor needs no password: the dialog gets as far as this build goes
+    // a visitor needs no password: "JOGAR" reaches the session, which opens the lobby
+    EXPECT_TRUE(jogadas.empty());
     d->ImGTPON_Click(1);
     d->Text4->setText("Visita");
     d->Label3_Click();
-    EXPECT_TRUE(caixas.Ultima().startsWith("O jogo on-line não está disponível"));
-    EXPECT_FALSE(d->Fechado());
-    EXPECT_TRUE(jogadas.empty());
+    ASSERT_EQ(jogadas.size(), 1u);
+    EXPECT_EQ(jogadas[0].Aba, 3);
+    EXPECT_TRUE(jogadas[0].Visitante);
+    EXPECT_EQ(jogadas[0].Text4, "Visita");
+    EXPECT_EQ(Memoria("OPTJ"), "3");
     // "Por IP" goes to the session, which opens the direct connection dialog
     d->Image1_Click(5);
     d->TxtRede->setText("Rede");
     d->Label3_Click();
-    ASSERT_EQ(jogadas.size(), 1u);
-    EXPECT_EQ(jogadas[0].Aba, 5);
-    EXPECT_EQ(jogadas[0].TxtRede, "Rede");
+    ASSERT_EQ(jogadas.size(), 2u);
+    EXPECT_EQ(jogadas[1].Aba, 5);
+    EXPECT_EQ(jogadas[1].TxtRede, "Rede");
     EXPECT_EQ(Memoria("OPTJ"), "5");
 }
 

@@ -1,0 +1,317 @@
+// Two copies of velmora-cli meet through a velmora-servico started here on loopback, with
+// a fresh database and settings of their own, and play; the service keeps the result.
+#include "core/utilidades.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Relogio = std::chrono::steady_clock;
+
+fs::path PastaNova(const std::string& nome) {
+    std::random_device rd;
+    const auto p =
+        fs::temp_directory_path() /
+        ("velmora-online-" + nome + "-" + std::to_string(::getpid()) + "-" + std::to_string(rd()));
+    fs::create_directories(p);
+    return p;
+}
+
+std::string LeArquivo(const fs::path& p) {
+    std::ifstream f(p, std::ios::binary);
+    std::stringstream s;
+    s << f.rdbuf();
+    return s.str();
+}
+
+// A child process with its standard output in a file; killed when it outlives the test.
+class Processo {
+  public:
+    Processo(const std::string& bin, const std::vector<std::string>& args, const fs::path& saida,
+             const std::vector<std::string>& ambiente = {})
+        : saida_(saida) {
+        pid_ = ::fork();
+        if (pid_ == 0) {
+            const int fd = ::open(saida.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+            ::dup2(fd, 1);
+            ::dup2(fd, 2);
+            const int nada = ::open("/dev/null", O_RDONLY);
+            ::dup2(nada, 0);
+            for (const auto& e : ambiente) ::putenv(const_cast<char*>(e.c_str()));
+            std::vector<char*> argv;
+            std::string b = bin;
+            argv.push_back(b.data());
+            std::vector<std::string> copia = args;
+            for (auto& a : copia) argv.push_back(a.data());
+            argv.push_back(nullptr);
+            ::execv(b.c_str(), argv.data());
+            ::_exit(127);
+        }
+    }
+    ~Processo() {
+        if (pid_ > 0) {
+            ::kill(pid_, SIGKILL);
+            ::waitpid(pid_, nullptr, 0);
+        }
+    }
+    Processo(const Processo&) = delete;
+    Processo& operator=(const Processo&) = delete;
+
+    // The exit status once it ended, or -1 when `limite` passed first.
+    int Espera(Relogio::time_point limite) {
+        while (pid_ > 0) {
+            int st = 0;
+            if (::waitpid(pid_, &st, WNOHANG) == pid_) {
+                pid_ = -1;
+                status_ = WIFEXITED(st) ? WEXITSTATUS(st) : 128 + WTERMSIG(st);
+                break;
+            }
+            if (Relogio::now() >= limite) return -1;
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+        return status_;
+    }
+    void Termina() {
+        if (pid_ > 0) ::kill(pid_, SIGTERM);
+    }
+    std::string Saida() const { return LeArquivo(saida_); }
+
+  private:
+    pid_t pid_ = -1;
+    int status_ = -1;
+    fs::path saida_;
+};
+
+// The bare request line of the game, against the service's web port.
+std::string Pede(int porta, const std::string& caminho) {
+    const int s = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in alvo{};
+    alvo.sin_family = AF_INET;
+    alvo.sin_port = htons(static_cast<std::uint16_t>(porta));
+    ::inet_pton(AF_INET, "127.0.0.1", &alvo.sin_addr);
+    std::string r;
+    if (::connect(s, reinterpret_cast<sockaddr*>(&alvo), sizeof alvo) == 0) {
+        const std::string pedido =
+            "GET http://127.0.0.1:" + std::to_string(porta) + caminho + "\r\n\r\n";
+        (void)::send(s, pedido.data(), pedido.size(), MSG_NOSIGNAL);
+        pollfd p{s, POLLIN, 0};
+        char buf[4096];
+        while (::poll(&p, 1, 3000) > 0) {
+            const auto n = ::recv(s, buf, sizeof buf, 0);
+            if (n <= 0) break;
+            r.append(buf, static_cast<std::size_t>(n));
+        }
+    }
+    ::close(s);
+    return r;
+}
+
+// A free TCP port on loopback, as the system hands one out.
+int PortaLivre() {
+    const int s = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in a{};
+    a.sin_family = AF_INET;
+    ::inet_pton(AF_INET, "127.0.0.1", &a.sin_addr);
+    ::bind(s, reinterpret_cast<sockaddr*>(&a), sizeof a);
+    socklen_t n = sizeof a;
+    ::getsockname(s, reinterpret_cast<sockaddr*>(&a), &n);
+    ::close(s);
+    return ntohs(a.sin_port);
+}
+
+// velmora-servico on free loopback ports with a database of its own.
+class Servico {
+  public:
+    explicit Servico(const std::vector<std::string>& extra = {}) : pasta_(PastaNova("servico")) {
+        porta = PortaLivre();
+        std::vector<std::string> args = {"--porta", std::to_string(porta), "--porta-relay", "0",
+                                         "--dados", pasta_.string(),       "--custo-senha", "1,8"};
+        args.insert(args.end(), extra.begin(), extra.end());
+        processo_ = std::make_unique<Processo>(VELMORA_SERVICO_BIN, args, pasta_ / "saida.txt");
+        const auto limite = Relogio::now() + std::chrono::seconds(10);
+        while (Relogio::now() < limite && Pede(porta, "/getip.php").empty())
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    ~Servico() {
+        processo_.reset();
+        std::error_code ec;
+        fs::remove_all(pasta_, ec);
+    }
+    std::string Endereco() const { return "http://127.0.0.1:" + std::to_string(porta); }
+    std::string Cadastra(const std::string& nick, const std::string& senha) {
+        return Pede(porta, "/html/cadastro.php?tipo=Cadastro&nick=" + nick + "&senha=" + senha +
+                               "&programa=Velmora");
+    }
+    // The points of a nick as the login reads them; -1 when it is refused.
+    long Pontos(const std::string& nick, const std::string& senha) {
+        const std::string r = Pede(porta, "/html/cadastro.php?tipo=Entrar&nick=" + nick +
+                                              "&senha=" + senha + "&programa=Velmora");
+        if (velmora::Pedaco(r, "#", 2) != "OK") return -1;
+        return std::atol(velmora::Pedaco(r, "#", 3).c_str());
+    }
+    void Para() { processo_.reset(); }
+    int porta = 0;
+
+  private:
+    fs::path pasta_;
+    std::unique_ptr<Processo> processo_;
+};
+
+// One copy of velmora-cli with its own settings and data folders.
+class Copia {
+  public:
+    Copia(const std::string& endereco, const std::vector<std::string>& args)
+        : pasta_(PastaNova("copia")) {
+        ambiente_ = {"VELMORA_SERVICO=" + endereco, "VELMORA_DADOS=" + (pasta_ / "dados").string(),
+                     "VELMORA_CONFIG=" + (pasta_ / "registro.reg").string(),
+                     "QT_QPA_PLATFORM=offscreen"};
+        std::vector<std::string> todos = {"partida", "--online"};
+        todos.insert(todos.end(), args.begin(), args.end());
+        processo_ = std::make_unique<Processo>(VELMORA_CLI, todos, pasta_ / "saida.txt", ambiente_);
+    }
+    ~Copia() {
+        processo_.reset();
+        std::error_code ec;
+        fs::remove_all(pasta_, ec);
+    }
+    int Espera(Relogio::time_point limite) { return processo_->Espera(limite); }
+    std::string Saida() const { return processo_->Saida(); }
+
+  private:
+    fs::path pasta_;
+    std::vector<std::string> ambiente_;
+    std::unique_ptr<Processo> processo_;
+};
+
+bool Tem(const std::string& texto, const std::string& parte) {
+    return texto.find(parte) != std::string::npos;
+}
+
+Relogio::time_point Em(int segundos) {
+    return Relogio::now() + std::chrono::seconds(segundos);
+}
+
+} // namespace
+
+// Two registered players meet through the relay and play one game to its end; the winner's
+// points go up on the service and the loser's stay or go down.
+TEST(OnlineLento, DoisJogadoresSeEncontramNoRelayEJogam) {
+    Servico servico;
+    ASSERT_EQ(servico.Cadastra("ana", "senha1"), "Resposta:#OK");
+    ASSERT_EQ(servico.Cadastra("bruno", "senha2"), "Resposta:#OK");
+    // the stronger side thinks longer, so that one game ends with a winner
+    Copia ana(servico.Endereco(), {"--nome1", "ana", "--senha", "senha1", "--tempo", "0.05",
+                                   "--jogos", "1", "--regra", "1"});
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    Copia bruno(servico.Endereco(),
+                {"--nome1", "bruno", "--senha", "senha2", "--tempo", "0.001", "--jogos", "1"});
+    const auto limite = Em(50);
+    const int sa = ana.Espera(limite), sb = bruno.Espera(limite);
+    const std::string oa = ana.Saida(), ob = bruno.Saida();
+    ASSERT_EQ(sa, 0) << oa;
+    ASSERT_EQ(sb, 0) << ob;
+    // the lobby's status lines, then the game with the other's nick
+    EXPECT_TRUE(Tem(oa, "Autenticando")) << oa;
+    EXPECT_TRUE(Tem(oa, "CONECTADO AO SERVIDOR")) << oa;
+    EXPECT_TRUE(Tem(oa, "com bruno")) << oa;
+    EXPECT_TRUE(Tem(ob, "com ana")) << ob;
+    const bool anaVenceu = Tem(oa, "Resultado: ana venceu");
+    const bool brunoVenceu = Tem(oa, "Resultado: bruno venceu");
+    ASSERT_TRUE(anaVenceu || brunoVenceu) << oa;
+    // both copies saw the same result
+    EXPECT_TRUE(Tem(ob, anaVenceu ? "Resultado: ana venceu" : "Resultado: bruno venceu")) << ob;
+    const long pa = servico.Pontos("ana", "senha1"), pb = servico.Pontos("bruno", "senha2");
+    if (anaVenceu) {
+        EXPECT_GT(pa, 1000);
+        EXPECT_LE(pb, 1000);
+    } else {
+        EXPECT_GT(pb, 1000);
+        EXPECT_LE(pa, 1000);
+    }
+}
+
+// A wrong password ends the lobby with its box, and the copy exits without a game.
+TEST(Online, SenhaErradaNaoEntraNoLobby) {
+    Servico servico;
+    ASSERT_EQ(servico.Cadastra("carla", "certa1"), "Resposta:#OK");
+    Copia c(servico.Endereco(), {"--nome1", "carla", "--senha", "errada"});
+    const int s = c.Espera(Em(20));
+    const std::string o = c.Saida();
+    EXPECT_EQ(s, 1) << o;
+    EXPECT_TRUE(Tem(o, "Nick ou senha incorretos.")) << o;
+    EXPECT_FALSE(Tem(o, "CONECTADO AO SERVIDOR")) << o;
+}
+
+// With the service down the lobby says it could not connect, and the copy ends by itself.
+TEST(Online, ServicoForaDoArNaoPrendeACopia) {
+    const int porta = PortaLivre(); // nothing listens there
+    Copia c("http://127.0.0.1:" + std::to_string(porta), {"--nome1", "davi", "--senha", "abcd"});
+    const int s = c.Espera(Em(40));
+    const std::string o = c.Saida();
+    EXPECT_EQ(s, 1) << o;
+    EXPECT_TRUE(Tem(o, "Não foi possível")) << o;
+}
+
+// Bad arguments are refused before any request.
+TEST(Online, ArgumentosRuins) {
+    for (const std::vector<std::string>& args :
+         {std::vector<std::string>{"--senha", "x"},
+          {"--nome1", "a#b", "--senha", "x"},
+          {"--nome1", "eva"},
+          {"--nome1", "eva", "--senha", "x", "--tipo", "Z"}}) {
+        Copia c("http://127.0.0.1:1", args);
+        EXPECT_EQ(c.Espera(Em(10)), 2) << c.Saida();
+    }
+}
+
+// Friends with the same group password meet each other through the relay, and not a
+// player of another group who waits there first. The copies are ended once they met.
+TEST(Online, AmigosSeEncontramEOutroGrupoNao) {
+    Servico servico;
+    const std::vector<std::string> jogo = {"--tipo", "C", "--tempo", "0.001"};
+    auto args = [&jogo](std::vector<std::string> a) {
+        a.insert(a.end(), jogo.begin(), jogo.end());
+        return a;
+    };
+    Copia estranho(servico.Endereco(), args({"--nome1", "zeca", "--grupo", "outra"}));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    Copia lia(servico.Endereco(), args({"--nome1", "lia", "--grupo", "Segredo"}));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    Copia mel(servico.Endereco(), args({"--nome1", "mel", "--grupo", " segredo"}));
+    const auto limite = Em(20);
+    std::string ol, om;
+    while (Relogio::now() < limite) {
+        ol = lia.Saida();
+        om = mel.Saida();
+        if (Tem(ol, "Conectado como") && Tem(om, "Conectado como")) break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    }
+    EXPECT_TRUE(Tem(ol, "com mel")) << ol;
+    EXPECT_TRUE(Tem(om, "com lia")) << om;
+    // friends log in to nobody: no password is asked for
+    EXPECT_FALSE(Tem(ol, "Nick ou senha")) << ol;
+    const std::string oe = estranho.Saida();
+    EXPECT_TRUE(Tem(oe, "CONECTADO AO SERVIDOR")) << oe;
+    EXPECT_FALSE(Tem(oe, "Conectado como")) << oe;
+}
