@@ -26,6 +26,11 @@ std::string NormalizaEndereco(std::string_view endereco) {
     return e;
 }
 
+std::string EnderecoServico() {
+    if (auto e = Ambiente("VELMORA_SERVICO"); !e.empty()) return e;
+    return std::string(EnderecoPadrao);
+}
+
 std::string EnderecoServico(clsRegistryAccess& reg) {
     if (auto e = Ambiente("VELMORA_SERVICO"); !e.empty()) return e;
     if (auto e = NormalizaEndereco(LeOpcao(reg, "EnderecoServico", "")); !e.empty()) return e;

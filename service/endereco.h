@@ -15,6 +15,8 @@ inline constexpr std::string_view EnderecoPadrao = "http://127.0.0.1:8080";
 inline constexpr std::string_view VersaoServico = "3.9.0";
 
 std::string EnderecoServico(clsRegistryAccess& reg);
+// The same where no settings are at hand: the environment, else the build's default.
+std::string EnderecoServico();
 std::string EnderecoTestePorta(clsRegistryAccess& reg);
 
 // An address as the requests use it: trimmed, "http://" in front when no scheme is given,

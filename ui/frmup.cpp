@@ -92,7 +92,7 @@ void FrmUp::Form_Activate() {
     const QString arquivo = Arquivo();
     QFile::remove(arquivo);
     const QString titulo = QString::fromStdString(TituloApp);
-    const QString endereco = QString::fromStdString(servico);
+    const QString endereco = QString::fromStdString(servico.empty() ? EnderecoServico() : servico);
 
     baixando_ = true;
     const std::int16_t status =

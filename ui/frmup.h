@@ -42,7 +42,7 @@ class FrmUp : public QDialog {
     dl DL1;
     std::int32_t TimeOut = 30; // seconds of silence before the download is given up
     std::string TituloApp = "Velmora Ace";
-    std::string servico = std::string(EnderecoPadrao); // the service's base address
+    std::string servico; // the service's base address; empty: the environment's or the default
 
     // Where the installer goes: the title without blanks and ".deb" in the temporary folder.
     QString Arquivo() const;

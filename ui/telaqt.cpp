@@ -7,14 +7,14 @@
 #include "session/form1.h"
 #include "ui/atualizacao.h"
 #include "ui/caixas.h"
+#include "ui/frmcadastro.h"
 #include "ui/frmnewgame.h"
 #include "ui/frmopcoes.h"
+#include "ui/frmporta.h"
 #include "ui/frmrecordes.h"
 #include "ui/frmsobre.h"
 #include "ui/frmsplash.h"
 #include "ui/janelatabuleiro.h"
-#include "ui/frmcadastro.h"
-#include "ui/frmporta.h"
 #include "ui/redeqt.h"
 #include "ui/som/tocador.h"
 
@@ -126,10 +126,10 @@ SaidaDialogo TelaQt::MostraNovoJogo(velmora::FrmNewGame& dialogo) {
     };
     janela.abrePorta = [this](QWidget* pai) {
         ConexaoPeer& peer = rede_->Peer();
-        FrmPorta porta(rede_->Porta(), form1_->registro(), caixas_,
-                       peer.WS.Loaded(0) ? peer.WS(0).LocalIP() : std::string(),
-                       rede_->Servico().pedidos().PaginaRoteador(),
-                       [&peer] { peer.FechaSockets(0); }, pai);
+        FrmPorta porta(
+            rede_->Porta(), form1_->registro(), caixas_,
+            peer.WS.Loaded(0) ? peer.WS(0).LocalIP() : std::string(),
+            rede_->Servico().pedidos().PaginaRoteador(), [&peer] { peer.FechaSockets(0); }, pai);
         porta.exec();
     };
     if (aoMostrarNovoJogo)
@@ -208,8 +208,7 @@ void TelaQt::EncerraPrograma() {
 void TelaQt::MostraSobre(QWidget* pai) {
     auto sobre = std::make_unique<FrmSobre>(VersaoPrograma, pai ? pai : Pai());
     sobre->abreUrl = abreUrl_;
-    sobre->enderecoContato =
-        QUrl(QString::fromStdString(Servico()) + "/html/faleconosco.html");
+    sobre->enderecoContato = QUrl(QString::fromStdString(Servico()) + "/html/faleconosco.html");
     sobre->getUpdate = [this] {
         dl DL1;
         Busca segunda = getConteudoForm1;
@@ -224,8 +223,7 @@ void TelaQt::MostraSobre(QWidget* pai) {
         }
         return GetUpdate([&DL1](const std::string& url,
                                 std::int32_t tempo) { return DL1.GetConteudo(url, "Id", tempo); },
-                         segunda, Servico(), "Velmora Ace", TemposSobre,
-                         VersaoPrograma);
+                         segunda, Servico(), "Velmora Ace", TemposSobre, VersaoPrograma);
     };
     sobre->respondeUpdate = [this](QWidget* dono, const std::string& resultado) {
         RespondeAtualizacaoSobre(
@@ -261,7 +259,7 @@ namespace velmora::ui {
 
 std::string TelaQt::Servico() const {
     if (form1_) return velmora::EnderecoServico(form1_->registro());
-    return std::string(EnderecoPadrao);
+    return velmora::EnderecoServico();
 }
 
 } // namespace velmora::ui
