@@ -8,6 +8,7 @@
 #include "partidarede.h"
 
 #include "opcoes.h"
+#include "terminalrede.h"
 
 #include "core/casas.h"
 #include "core/tabuleiro.h"
@@ -29,116 +30,6 @@
 namespace velmora::cli {
 
 namespace {
-
-// Message texts as the terminal shows them: CR LF, CR CR and CR are line breaks.
-std::string ParaTerminal(std::string t) {
-    std::string r;
-    for (size_t i = 0; i < t.size(); ++i) {
-        if (t[i] == '\r') {
-            r += '\n';
-            if (i + 1 < t.size() && t[i + 1] == '\n') ++i;
-        } else {
-            r += t[i];
-        }
-    }
-    return r;
-}
-
-// Lines of standard input, read as they arrive while the game's events run.
-class Linhas {
-  public:
-    Linhas() : notificador_(STDIN_FILENO, QSocketNotifier::Read) {
-        QObject::connect(&notificador_, &QSocketNotifier::activated, &notificador_,
-                         [this] { Le(); });
-    }
-    bool Fim() const { return fim_ && linhas_.empty(); }
-    bool Vazia() const { return linhas_.empty(); }
-    std::string Tira() {
-        std::string l = linhas_.front();
-        linhas_.pop_front();
-        return l;
-    }
-    void Devolve(std::string l) { linhas_.push_front(std::move(l)); }
-
-  private:
-    void Le() {
-        char bloco[4096];
-        const ssize_t n = ::read(STDIN_FILENO, bloco, sizeof bloco);
-        if (n <= 0) {
-            fim_ = true;
-            notificador_.setEnabled(false);
-            if (!parcial_.empty()) linhas_.push_back(parcial_);
-            parcial_.clear();
-            return;
-        }
-        for (ssize_t i = 0; i < n; ++i) {
-            const char c = bloco[i];
-            if (c == '\n') {
-                if (!parcial_.empty() && parcial_.back() == '\r') parcial_.pop_back();
-                linhas_.push_back(parcial_);
-                parcial_.clear();
-            } else {
-                parcial_ += c;
-            }
-        }
-    }
-    QSocketNotifier notificador_;
-    std::deque<std::string> linhas_;
-    std::string parcial_;
-    bool fim_ = false;
-};
-
-std::optional<bool> SimOuNao(const std::string& p) {
-    if (p == "s" || p == "S" || p == "sim") return true;
-    if (p == "n" || p == "N" || p == "nao" || p == "não") return false;
-    return std::nullopt;
-}
-
-// The computer's turn of a connected game: the engine's move for the local side, or the
-// loss when it has none.
-class PensadorRede : public Pensador {
-  public:
-    PensadorRede(Form1& f, double tempo) : f_(f), tempo_(tempo) {}
-    uint8_t PensaJogada() override {
-        Contexto& c = f_.ctx;
-        Gerador& g = c.gerador();
-        c.Atual.IniLista = 1;
-        g.ListaHumano(c.Atual);
-        if (g.MaiorTexto < 2) {
-            c.painel.lbMsg.Texto = "Você perdeu.";
-            c.Game.Fim = true;
-            c.Atual.Vez = static_cast<uint8_t>(3 - c.Atual.Vez);
-            return 2; // the peer's record wins
-        }
-        const Jogada primeira = g.Slot(c.Atual.IniLista);
-        const double budget = tempo_ > 0 ? tempo_ : f_.motor.TempoNivel(c.Jogador[1].Nivel);
-        c.painel.Ocupado = true;
-        f_.motor.Aprofunda(c.Atual, budget);
-        c.painel.Ocupado = false;
-        if (c.Game.Fim || !c.Game.Conectado) return 0;
-        Jogada s = f_.motor.Linha(0, 0);
-        if (s.tam < 2) s = primeira;
-        c.FazJogadaNaTela(s);
-        c.Atual.Vez = static_cast<uint8_t>(3 - c.Atual.Vez);
-        c.plataforma.ProcessaEventos();
-        c.GravaHistorico(c.Atual.Vez, false);
-        return 0;
-    }
-
-  private:
-    Form1& f_;
-    double tempo_;
-};
-
-// Between two games, with the last one's end fully told: leaving now costs nothing.
-bool EntreJogos(const Form1& f) {
-    const auto& c = f.ctx;
-    if (!c.Game.Conectado || !c.Game.Fim || c.Game.EmPlay) return false;
-    // The start sequence of the next game may be running; the other waits may not.
-    for (int k : {Form1::EsperaEntregar, Form1::EsperaAtribui, Form1::EsperaDespacho})
-        if (f.EmEspera[k]) return false;
-    return !(c.painel.Label27.Visivel && c.painel.Label27.Texto == "Você venceu");
-}
 
 struct Ajustes {
     bool escuta = true;
