@@ -138,7 +138,7 @@ void ConexaoPeer::RecebeEntregar(int Index, const std::string& texto) {
     p.Label27.Visivel = true;
     const double nota = std::floor(Decorrido());
     p.Ocupado = true;
-    AtribuiVitoria(1, true);
+    form_.rede().AtribuiVitoria(1, true); // through the service when the game is on-line
     p.Ocupado = false;
     form_.AtualizaPlacar();
     while (Decorrido() < nota + 2 && !c.StartInitGame) {

@@ -190,7 +190,7 @@ void ConexaoPeer::FechouWS(int Index, int& wVenceu) {
                 p.Ocupado = true;
                 Pump();
                 p.Habilitado = false;
-                AtribuiVitoria(1, false);
+                form_.rede().AtribuiVitoria(1, false); // through the service when on-line
                 p.Label27.Visivel = false;
                 p.Habilitado = true;
                 p.Ocupado = false;

@@ -262,6 +262,8 @@ bool PedePartidaOnline(const Argumentos& args) {
 }
 
 int ComandoPartidaOnline(const Argumentos& args) {
+    // A line reaches a program that drives this one as soon as it is written
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     std::string erro;
     const auto lidos = LeAjustes(args, erro);
     if (!lidos) return ErroDeUso(erro);

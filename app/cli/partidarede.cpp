@@ -222,6 +222,8 @@ bool PedePartidaRede(const Argumentos& args) {
 }
 
 int ComandoPartidaRede(const Argumentos& args) {
+    // A line reaches a program that drives this one as soon as it is written
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     std::string erro;
     const auto lidos = LeAjustes(args, erro);
     if (!lidos) return ErroDeUso(erro);

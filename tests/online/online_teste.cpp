@@ -226,7 +226,7 @@ TEST(OnlineLento, DoisJogadoresSeEncontramNoRelayEJogam) {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     Copia bruno(servico.Endereco(),
                 {"--nome1", "bruno", "--senha", "senha2", "--tempo", "0.001", "--jogos", "1"});
-    const auto limite = Em(50);
+    const auto limite = Em(120);
     const int sa = ana.Espera(limite), sb = bruno.Espera(limite);
     const std::string oa = ana.Saida(), ob = bruno.Saida();
     ASSERT_EQ(sa, 0) << oa;

@@ -106,7 +106,9 @@ void Sessao(int regra, int jogos, const std::string& ip) {
     Processo s = Inicia(pasta.caminho, "s",
                         "--rede escuta --porta " + std::to_string(porta) + " --regra " +
                             std::to_string(regra) + " --nome1 Sérvio" + comum);
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    // the listening copy says so before the other dials (at most 20 s on a loaded machine)
+    for (int i = 0; i < 200 && s.Texto().find("Aguardando conexão") == std::string::npos; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
     Processo c = Inicia(pasta.caminho, "c",
                         "--rede " + ip + ":" + std::to_string(porta) + " --nome1 Clía" + comum);
     Aguarda(c, 150);
