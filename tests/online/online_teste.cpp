@@ -221,7 +221,7 @@ TEST(OnlineLento, DoisJogadoresSeEncontramNoRelayEJogam) {
     ASSERT_EQ(servico.Cadastra("ana", "senha1"), "Resposta:#OK");
     ASSERT_EQ(servico.Cadastra("bruno", "senha2"), "Resposta:#OK");
     // the stronger side thinks longer, so that one game ends with a winner
-    Copia ana(servico.Endereco(), {"--nome1", "ana", "--senha", "senha1", "--tempo", "0.05",
+    Copia ana(servico.Endereco(), {"--nome1", "ana", "--senha", "senha1", "--tempo", "0.2",
                                    "--jogos", "1", "--regra", "1"});
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     Copia bruno(servico.Endereco(),
@@ -238,10 +238,17 @@ TEST(OnlineLento, DoisJogadoresSeEncontramNoRelayEJogam) {
     EXPECT_TRUE(Tem(ob, "com ana")) << ob;
     const bool anaVenceu = Tem(oa, "Resultado: ana venceu");
     const bool brunoVenceu = Tem(oa, "Resultado: bruno venceu");
-    ASSERT_TRUE(anaVenceu || brunoVenceu) << oa;
+    const long pa = servico.Pontos("ana", "senha1"), pb = servico.Pontos("bruno", "senha2");
+    if (!anaVenceu && !brunoVenceu) {
+        // the weaker side may hold a draw now and then: nobody's points move
+        ASSERT_TRUE(Tem(oa, "Resultado: empate")) << oa;
+        EXPECT_TRUE(Tem(ob, "Resultado: empate")) << ob;
+        EXPECT_EQ(pa, 1000);
+        EXPECT_EQ(pb, 1000);
+        return;
+    }
     // both copies saw the same result
     EXPECT_TRUE(Tem(ob, anaVenceu ? "Resultado: ana venceu" : "Resultado: bruno venceu")) << ob;
-    const long pa = servico.Pontos("ana", "senha1"), pb = servico.Pontos("bruno", "senha2");
     if (anaVenceu) {
         EXPECT_GT(pa, 1000);
         EXPECT_LE(pb, 1000);
