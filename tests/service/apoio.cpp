@@ -128,4 +128,10 @@ bool EsperaAte(const std::function<bool()>& condicao, int ms) {
     return true;
 }
 
+int PortaLivre() {
+    QTcpServer s;
+    s.listen(QHostAddress::Any, 0);
+    return s.serverPort();
+}
+
 } // namespace velmora::teste

@@ -65,4 +65,7 @@ class BuscasRoteiro : public Buscas {
 // Pumps events until `condicao` holds or `ms` pass.
 bool EsperaAte(const std::function<bool()>& condicao, int ms = 5000);
 
+// A port the system handed out a moment ago and nobody listens on now.
+int PortaLivre();
+
 } // namespace velmora::teste

@@ -396,7 +396,7 @@ TEST_F(Lobby, DeixaNaEsperaTestaAPortaEEscuta) {
     Troca("nvping", "RESP Online");
     lobby->Form_Load();
     lobby->Porta = 0;
-    lobby->DeixaNaEspera(45123);
+    lobby->DeixaNaEspera(PortaLivre());
     EXPECT_EQ(lobby->LbComunica.Texto, "Porta: OK");
     EXPECT_EQ(lobby->PortaConexaoOK, 1);
     EXPECT_EQ(LeOpcao(form->registro(), "mpt", ""), "2010"); // the port WS(1) listens on
@@ -404,13 +404,14 @@ TEST_F(Lobby, DeixaNaEsperaTestaAPortaEEscuta) {
     // WS(1) can't listen
     ligacao.escuta = false;
     Troca("nvping", "RESP Offline");
-    lobby->DeixaNaEspera(45124);
-    EXPECT_EQ(lobby->LbComunica.Texto, "Não foi possível abrir a porta 45124");
+    const int outra = PortaLivre();
+    lobby->DeixaNaEspera(outra);
+    EXPECT_EQ(lobby->LbComunica.Texto, "Não foi possível abrir a porta " + std::to_string(outra));
     EXPECT_TRUE(lobby->Label2.Visivel);
     // nothing while a connection is being made
     form->ConexaoAberta = true;
     const auto n = servico.pedidos.size();
-    lobby->DeixaNaEspera(45125);
+    lobby->DeixaNaEspera(PortaLivre());
     EXPECT_EQ(servico.pedidos.size(), n);
 }
 

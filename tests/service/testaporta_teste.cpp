@@ -11,13 +11,6 @@ using namespace velmora::teste;
 
 namespace {
 
-// A port that was free a moment ago.
-int PortaLivre() {
-    QTcpServer s;
-    s.listen(QHostAddress::Any, 0);
-    return s.serverPort();
-}
-
 class Porta : public CopiaComServico {
   protected:
     void SetUp() override {
