@@ -118,6 +118,9 @@ class ConexaoPeer : public Rede {
     std::function<bool(const std::string& endereco, int ms)> pingaEndereco;
     // Sees every message that goes out, and on which socket (logs and tests).
     std::function<void(int Index, const std::string& bytes)> aoEnviar;
+    // New point totals from the other copy ("GETPT:a:b", the whole message): the service's
+    // client shows them on the panel. Unset, they go to the debug log only.
+    std::function<void(const std::string& mensagem)> aoReceberPontos;
     // Sends nothing on the sockets: a test that takes what goes out through aoEnviar.
     bool semSockets = false;
 

@@ -78,6 +78,7 @@ void ConexaoPeer::DespachaLinhas(int Index, std::string& texto) {
         // New totals after a report: the service's client shows them.
         Log("GETPT: " + std::to_string(NumeroBrando(Pedaco(texto, ":", 2))) + " " +
             std::to_string(NumeroBrando(Pedaco(texto, ":", 3))));
+        if (aoReceberPontos) aoReceberPontos(texto);
         return;
     }
     if (texto == Informa) return RecebeInforma(Index);

@@ -8,6 +8,10 @@ namespace {
 const char* const FimBloqueio = " está na sua lista de bloqueio.";
 } // namespace
 
+void LigaPontos(ConexaoPeer& peer, ServicoOnline& servico) {
+    peer.aoReceberPontos = [&servico](const std::string& m) { servico.RecebeGETPT(m); };
+}
+
 LigacaoPeer::~LigacaoPeer() {
     if (lobby_) Lobby(nullptr);
 }

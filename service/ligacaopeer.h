@@ -9,6 +9,9 @@
 
 namespace velmora {
 
+// The other copy's "GETPT:" reaches the service's client, which shows the totals.
+void LigaPontos(ConexaoPeer& peer, ServicoOnline& servico);
+
 class LigacaoPeer : public LigacaoLobby {
   public:
     LigacaoPeer(ConexaoPeer& peer, Form1& form) : peer_(peer), form_(form) {}

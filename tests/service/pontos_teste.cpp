@@ -1,7 +1,11 @@
 // Points on the service: every gate of the award of a win, the totals on the panel and to
 // the peer, the peer's totals, the ban test, leaving the waiting list, the login.
 #include "apoio_sessao.h"
+#include "peer/conexaopeer.h"
+#include "peer/fio.h"
 #include "service/cadastro.h"
+#include "service/ligacaopeer.h"
+#include "service/redeservico.h"
 #include "store/configuracao.h"
 
 using namespace velmora;
@@ -141,6 +145,57 @@ TEST_F(Pontos, TotaisDoPeer) {
     EXPECT_FALSE(form->modelo.LbNV[2].Visivel);
     online->RecebeGETPT("GETPT"); // fields missing
     online->RecebeGETPT(std::string(100000, ':'));
+}
+
+// The winner's copy reports, and the totals it got travel over the peer link to the other
+// copy, whose panel shows them the other way round: its own points are the second number.
+TEST_F(Pontos, PremioDeUmaCopiaChegaAoPainelDaOutra) {
+    ConexaoPeer peerA(*form, mod);
+    peerA.semSockets = true;
+    RedeComServico redeA(peerA, *online);
+    form->UsaRede(redeA);
+
+    TelaNotas telaB;
+    Form1 formB(telaB, relogio);
+    formB.ctx.Game.Modo = 4;
+    formB.ctx.Jogador[1].Nome = "bia";
+    formB.ctx.Jogador[2].Nome = "ana";
+    ConexaoPeer peerB(formB, mod);
+    peerB.semSockets = true;
+    BuscasReais buscasB(wsg, laco);
+    ServicoOnline onlineB(formB, buscasB);
+    LigaPontos(peerB, onlineB);
+    std::vector<std::string> chegaram;
+    peerA.aoEnviar = [&](int, const std::string& bytes) {
+        chegaram.push_back(bytes);
+        peerB.Despacha(1, bytes);
+    };
+
+    EXPECT_TRUE(form->rede().AtribuiVitoria(1, true));
+    ASSERT_EQ(chegaram.size(), 1u);
+    EXPECT_EQ(chegaram[0], "GETPT:1530:990");
+    EXPECT_EQ(form->modelo.LbNV[1].Texto, "(1.530)");
+    EXPECT_EQ(form->modelo.LbNV[2].Texto, "(990)");
+    EXPECT_EQ(formB.modelo.LbNV[1].Texto, "(990)");
+    EXPECT_EQ(formB.modelo.LbNV[2].Texto, "(1.530)");
+    EXPECT_TRUE(formB.modelo.LbNV[1].Visivel);
+    EXPECT_TRUE(formB.modelo.LbNV[2].Visivel);
+
+    // the service out of reach: the blanks show "(0)" on the other panel
+    Respostas({{"AtribuiB", "erro interno"}});
+    online->MarcaPontos = 0;
+    EXPECT_TRUE(form->rede().AtribuiVitoria(1, true));
+    EXPECT_EQ(chegaram.back(), "GETPT: : :");
+    EXPECT_EQ(formB.modelo.LbNV[1].Texto, "(0)");
+    EXPECT_EQ(formB.modelo.LbNV[2].Texto, "(0)");
+
+    // merged with a ping in one read, the totals still arrive; without the plug only the
+    // log sees them
+    peerB.Despacha(1, "GETPT:1200:800" + std::string(fio::Ping));
+    EXPECT_EQ(formB.modelo.LbNV[2].Texto, "(1.200)");
+    peerB.aoReceberPontos = nullptr;
+    peerB.Despacha(1, "GETPT:7:8");
+    EXPECT_EQ(formB.modelo.LbNV[2].Texto, "(1.200)");
 }
 
 TEST_F(Pontos, BloqueioESaidaDaLista) {
