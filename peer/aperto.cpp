@@ -218,6 +218,7 @@ void ConexaoPeer::RecebeConeCtado(int Index, const std::string& texto) {
 void ConexaoPeer::FimDoHandshake(const std::string& palavra) {
     auto& c = ctx();
     Log("Jogando_Online");
+    if (aoJogandoOnline) aoJogandoOnline(NoServidor);
     c.Jogador[1].Vitorias = c.Jogador[2].Vitorias = 0;
     form_.Empatou = false;
     Log(palavra + c.Tipo_c + "   Comeca=" + std::to_string(c.Game.Comeca));

@@ -121,6 +121,9 @@ class ConexaoPeer : public Rede {
     // New point totals from the other copy ("GETPT:a:b", the whole message): the service's
     // client shows them on the panel. Unset, they go to the debug log only.
     std::function<void(const std::string& mensagem)> aoReceberPontos;
+    // The end of the handshake: the service's client takes the pair off the waiting list
+    // (nothing on the relay, told by `noServidor`).
+    std::function<void(bool noServidor)> aoJogandoOnline;
     // Sends nothing on the sockets: a test that takes what goes out through aoEnviar.
     bool semSockets = false;
 

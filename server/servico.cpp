@@ -187,7 +187,10 @@ std::string Servico::Lista(const Parametros& q, const std::string& endereco) {
         if (x.endereco == endereco && ChaveNick(x.nick) == ChaveNick(nick)) continue;
         if (x.porta <= 0) continue;
         // Behind the same public address, the address inside the local network
-        const std::string alvo = x.endereco == endereco && !x.local.empty() ? x.local : x.endereco;
+        std::string alvo = x.endereco == endereco && !x.local.empty() ? x.local : x.endereco;
+        // A copy on this machine is reached by the others at the name the service is
+        // published under, when the operator gave one
+        if (!o_.hostPublico.empty() && alvo.rfind("127.", 0) == 0) alvo = o_.hostPublico;
         auto linha = "!!" + alvo + ":" + Numero(x.porta);
         // The last peer of this computer goes to the end, so that a pair doesn't meet
         // again and again while others wait

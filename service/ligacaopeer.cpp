@@ -8,8 +8,9 @@ namespace {
 const char* const FimBloqueio = " está na sua lista de bloqueio.";
 } // namespace
 
-void LigaPontos(ConexaoPeer& peer, ServicoOnline& servico) {
+void LigaServico(ConexaoPeer& peer, ServicoOnline& servico) {
     peer.aoReceberPontos = [&servico](const std::string& m) { servico.RecebeGETPT(m); };
+    peer.aoJogandoOnline = [&servico](bool noServidor) { servico.Jogando_Online(noServidor); };
 }
 
 LigacaoPeer::~LigacaoPeer() {

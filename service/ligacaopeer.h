@@ -9,8 +9,9 @@
 
 namespace velmora {
 
-// The other copy's "GETPT:" reaches the service's client, which shows the totals.
-void LigaPontos(ConexaoPeer& peer, ServicoOnline& servico);
+// The peer link's two calls on the service's client: the other copy's "GETPT:" (the panel
+// shows the totals) and the end of the handshake (Jogando_Online).
+void LigaServico(ConexaoPeer& peer, ServicoOnline& servico);
 
 class LigacaoPeer : public LigacaoLobby {
   public:

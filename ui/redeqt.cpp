@@ -21,7 +21,7 @@ RedeQt::RedeQt(Form1& form, const AmbienteUi& amb, std::function<QWidget*()> jan
     servico_ = std::make_unique<ServicoOnline>(form, *buscas_);
     porta_ = std::make_unique<TestePorta>(*servico_, *mod_);
     ligacao_ = std::make_unique<LigacaoPeer>(*peer_, form);
-    LigaPontos(*peer_, *servico_);
+    LigaServico(*peer_, *servico_);
     comServico_ = std::make_unique<RedeComServico>(*peer_, *servico_);
     form.UsaRede(*comServico_);
     servico_->AbrePagina = [&amb](const std::string& url) {

@@ -288,7 +288,7 @@ int ComandoPartidaOnline(const Argumentos& args) {
     TestePorta porta(servico, mod);
     JanelaTerminal janela;
     LigacaoTerminal ligacao(peer, form, janela);
-    LigaPontos(peer, servico);
+    LigaServico(peer, servico);
     RedeComServico rede(peer, servico);
     form.UsaRede(rede);
     PensadorRede pensador(form, a.tempo);

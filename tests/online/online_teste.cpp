@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <random>
 #include <sstream>
 #include <string>
@@ -178,14 +179,45 @@ class Servico {
     std::unique_ptr<Processo> processo_;
 };
 
-// One copy of velmora-cli with its own settings and data folders.
+bool Tem(const std::string& texto, const std::string& parte) {
+    return texto.find(parte) != std::string::npos;
+}
+
+Relogio::time_point Em(int segundos) {
+    return Relogio::now() + std::chrono::seconds(segundos);
+}
+
+// Points as a panel writes them: "(1.016)".
+std::string NoPainel(long pontos) {
+    std::string d = std::to_string(pontos), r;
+    for (std::size_t i = 0; i < d.size(); ++i) {
+        if (i > 0 && (d.size() - i) % 3 == 0) r.push_back('.');
+        r.push_back(d[i]);
+    }
+    return "(" + r + ")";
+}
+
+// One copy of velmora-cli with its own settings and data folders. `bloqueios` is the copy's
+// block list, put into its settings through the program's own import before it starts.
 class Copia {
   public:
-    Copia(const std::string& endereco, const std::vector<std::string>& args)
+    Copia(const std::string& endereco, const std::vector<std::string>& args,
+          const std::vector<std::string>& bloqueios = {})
         : pasta_(PastaNova("copia")) {
         ambiente_ = {"VELMORA_SERVICO=" + endereco, "VELMORA_DADOS=" + (pasta_ / "dados").string(),
                      "VELMORA_CONFIG=" + (pasta_ / "registro.reg").string(),
                      "QT_QPA_PLATFORM=offscreen"};
+        if (!bloqueios.empty()) {
+            const fs::path arquivo = pasta_ / "bloqueios.reg";
+            std::ofstream f(arquivo, std::ios::binary);
+            f << "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Norvane\\Velmora Ace]\r\n";
+            for (std::size_t k = 0; k < bloqueios.size(); ++k)
+                f << "\"block" << k + 1 << "\"=\"" << bloqueios[k] << "\"\r\n";
+            f.close();
+            Processo importa(VELMORA_CLI, {"configuracao", "importa", arquivo.string()},
+                             pasta_ / "importa.txt", ambiente_);
+            importado = importa.Espera(Em(10)) == 0;
+        }
         std::vector<std::string> todos = {"partida", "--online"};
         todos.insert(todos.end(), args.begin(), args.end());
         processo_ = std::make_unique<Processo>(VELMORA_CLI, todos, pasta_ / "saida.txt", ambiente_);
@@ -197,20 +229,13 @@ class Copia {
     }
     int Espera(Relogio::time_point limite) { return processo_->Espera(limite); }
     std::string Saida() const { return processo_->Saida(); }
+    bool importado = true;
 
   private:
     fs::path pasta_;
     std::vector<std::string> ambiente_;
     std::unique_ptr<Processo> processo_;
 };
-
-bool Tem(const std::string& texto, const std::string& parte) {
-    return texto.find(parte) != std::string::npos;
-}
-
-Relogio::time_point Em(int segundos) {
-    return Relogio::now() + std::chrono::seconds(segundos);
-}
 
 } // namespace
 
@@ -254,6 +279,153 @@ TEST(OnlineLento, DoisJogadoresSeEncontramNoRelayEJogam) {
         EXPECT_LE(pb, 1000);
     } else {
         EXPECT_GT(pb, 1000);
+        EXPECT_LE(pa, 1000);
+    }
+    // the winner's copy got the new totals from the service and passed them on: both
+    // panels show the service's numbers
+    for (const std::string* o : {&oa, &ob}) {
+        EXPECT_TRUE(Tem(*o, "Pontos de ana: " + NoPainel(pa))) << *o;
+        EXPECT_TRUE(Tem(*o, "Pontos de bruno: " + NoPainel(pb))) << *o;
+    }
+}
+
+// The service for the direct way between copies on one machine: every copy reaches the
+// service from 127.0.0.1, which is also the address each copy takes for its own and skips
+// in the waiting list; published as 127.0.0.2 (the relay listening there too), the
+// service lists each copy under that address, where its port also answers. A short list
+// interval keeps the waits short.
+const std::vector<std::string> DiretoNaMesmaMaquina = {
+    "--intervalo-lista", "10", "--host-publico", "127.0.0.2", "--endereco-relay", "127.0.0.2"};
+
+// Each of the two players meets first, on the relay, a nick of its block list, refuses it,
+// and goes the direct way: it listens, puts itself on the waiting list, and one dials the
+// other. The blocked copies lose the relay and end without a game; ana and bruno play one
+// game to its end, and the winner's points change on the service and on both panels.
+TEST(OnlineLento, BloqueadosNoRelayEncontroPeloCaminhoDireto) {
+    Servico servico(DiretoNaMesmaMaquina);
+    ASSERT_EQ(servico.Cadastra("ana", "senha1"), "Resposta:#OK");
+    ASSERT_EQ(servico.Cadastra("bruno", "senha2"), "Resposta:#OK");
+    const auto esperaTexto = [](Copia& c, const std::string& parte, int segundos) {
+        const auto limite = Em(segundos);
+        while (Relogio::now() < limite && !Tem(c.Saida(), parte))
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        return Tem(c.Saida(), parte);
+    };
+    Copia ana(servico.Endereco(),
+              {"--nome1", "ana", "--senha", "senha1", "--tempo", "0.2", "--jogos", "1"}, {"zeca"});
+    ASSERT_TRUE(ana.importado);
+    ASSERT_TRUE(esperaTexto(ana, "CONECTADO AO SERVIDOR", 20)) << ana.Saida();
+    Copia zeca(servico.Endereco(), {"--nome1", "Zeca", "--visitante", "--tempo", "0.001"});
+    ASSERT_TRUE(esperaTexto(ana, "Zeca está na sua lista de bloqueio.", 20)) << ana.Saida();
+    // the relay drops the refused copy, whose lobby closes by itself
+    EXPECT_EQ(zeca.Espera(Em(20)), 1) << zeca.Saida();
+    EXPECT_FALSE(Tem(zeca.Saida(), "Conectado como")) << zeca.Saida();
+
+    Copia bruno(servico.Endereco(),
+                {"--nome1", "bruno", "--senha", "senha2", "--tempo", "0.001", "--jogos", "1"},
+                {"yara"});
+    ASSERT_TRUE(esperaTexto(bruno, "CONECTADO AO SERVIDOR", 20)) << bruno.Saida();
+    Copia yara(servico.Endereco(), {"--nome1", "yara", "--visitante", "--tempo", "0.001"});
+    ASSERT_TRUE(esperaTexto(bruno, "yara está na sua lista de bloqueio.", 20)) << bruno.Saida();
+    EXPECT_EQ(yara.Espera(Em(20)), 1) << yara.Saida();
+
+    const auto limite = Em(150);
+    const int sa = ana.Espera(limite), sb = bruno.Espera(limite);
+    const std::string oa = ana.Saida(), ob = bruno.Saida();
+    ASSERT_EQ(sa, 0) << oa << ob;
+    ASSERT_EQ(sb, 0) << ob;
+    EXPECT_TRUE(Tem(oa, "com bruno")) << oa;
+    EXPECT_TRUE(Tem(ob, "com ana")) << ob;
+    // the direct way: the first to get there listens on the default port (the second finds
+    // it taken), and one dials the other's masked address
+    EXPECT_TRUE(Tem(oa, "Porta: OK")) << oa;
+    EXPECT_TRUE(Tem(oa + ob, "Conectar a: ???.?.?.?")) << oa << ob;
+    const bool anaVenceu = Tem(oa, "Resultado: ana venceu");
+    const bool brunoVenceu = Tem(oa, "Resultado: bruno venceu");
+    const long pa = servico.Pontos("ana", "senha1"), pb = servico.Pontos("bruno", "senha2");
+    if (!anaVenceu && !brunoVenceu) {
+        ASSERT_TRUE(Tem(oa, "Resultado: empate")) << oa;
+        EXPECT_EQ(pa, 1000);
+        EXPECT_EQ(pb, 1000);
+        return;
+    }
+    EXPECT_GT(anaVenceu ? pa : pb, 1000);
+    EXPECT_LE(anaVenceu ? pb : pa, 1000);
+    for (const std::string* o : {&oa, &ob}) {
+        EXPECT_TRUE(Tem(*o, "Pontos de ana: " + NoPainel(pa))) << *o;
+        EXPECT_TRUE(Tem(*o, "Pontos de bruno: " + NoPainel(pb))) << *o;
+    }
+}
+
+// Two players who block each other are refused on the relay and again on the direct way,
+// and never play.
+TEST(OnlineLento, BloqueioRecusaNoRelayENoCaminhoDireto) {
+    Servico servico(DiretoNaMesmaMaquina);
+    const std::vector<std::string> jogo = {"--visitante", "--tempo", "0.001"};
+    auto args = [&jogo](std::vector<std::string> a) {
+        a.insert(a.end(), jogo.begin(), jogo.end());
+        return a;
+    };
+    Copia ana(servico.Endereco(), args({"--nome1", "ana"}), {"zeca"});
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    Copia zeca(servico.Endereco(), args({"--nome1", "zeca"}), {"ID:77", "ana"});
+    ASSERT_TRUE(ana.importado && zeca.importado);
+    // A refusal on the direct way: the block line after the copy listened on its port
+    const auto recusouDireto = [](const std::string& o) {
+        const auto porta = o.find("Porta: ");
+        return porta != std::string::npos &&
+               o.find(" está na sua lista de bloqueio.", porta) != std::string::npos;
+    };
+    const auto limite = Em(75);
+    std::string oa, oz;
+    while (Relogio::now() < limite) {
+        oa = ana.Saida();
+        oz = zeca.Saida();
+        if (recusouDireto(oa) || recusouDireto(oz)) break;
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    }
+    // on the relay first
+    const auto relay = [](const std::string& o, const std::string& nick) {
+        const auto conectado = o.find("CONECTADO AO SERVIDOR");
+        return conectado != std::string::npos &&
+               o.find(nick + " está na sua lista de bloqueio.", conectado) != std::string::npos;
+    };
+    EXPECT_TRUE(relay(oa, "zeca") || relay(oz, "ana")) << oa << oz;
+    EXPECT_TRUE(recusouDireto(oa) || recusouDireto(oz)) << oa << oz;
+    EXPECT_TRUE(Tem(oa + oz, "Conectar a: ")) << oa << oz;
+    EXPECT_FALSE(Tem(oa, "Conectado como")) << oa;
+    EXPECT_FALSE(Tem(oz, "Conectado como")) << oz;
+}
+
+// A visitor plays a registered player through the relay. The visitor has no account and
+// no panel shows points for it; only the registered player's total may move, as the
+// service counts a game against a visitor.
+TEST(OnlineLento, VisitanteJogaSemPontos) {
+    Servico servico;
+    ASSERT_EQ(servico.Cadastra("ana", "senha1"), "Resposta:#OK");
+    Copia ana(servico.Endereco(),
+              {"--nome1", "ana", "--senha", "senha1", "--tempo", "0.2", "--jogos", "1"});
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    Copia vito(servico.Endereco(),
+               {"--nome1", "vito", "--visitante", "--tempo", "0.001", "--jogos", "1"});
+    const auto limite = Em(120);
+    const int sa = ana.Espera(limite), sv = vito.Espera(limite);
+    const std::string oa = ana.Saida(), ov = vito.Saida();
+    ASSERT_EQ(sa, 0) << oa;
+    ASSERT_EQ(sv, 0) << ov;
+    EXPECT_TRUE(Tem(oa, "com vito")) << oa;
+    EXPECT_TRUE(Tem(ov, "com ana")) << ov;
+    // the visitor logged in to nothing and has no account
+    EXPECT_FALSE(Tem(ov, "Nick ou senha")) << ov;
+    EXPECT_EQ(servico.Pontos("vito", ""), -1);
+    EXPECT_FALSE(Tem(oa + ov, "Pontos de vito")) << oa << ov;
+    const long pa = servico.Pontos("ana", "senha1");
+    if (Tem(oa, "Resultado: ana venceu")) {
+        EXPECT_GT(pa, 1000);
+        EXPECT_TRUE(Tem(oa, "Pontos de ana: " + NoPainel(pa))) << oa;
+        EXPECT_TRUE(Tem(ov, "Pontos de ana: " + NoPainel(pa))) << ov;
+    } else {
+        // a visitor's win, or a draw, gives nobody anything
         EXPECT_LE(pa, 1000);
     }
 }
@@ -322,3 +494,62 @@ TEST(Online, AmigosSeEncontramEOutroGrupoNao) {
     EXPECT_TRUE(Tem(oe, "CONECTADO AO SERVIDOR")) << oe;
     EXPECT_FALSE(Tem(oe, "Conectado como")) << oe;
 }
+
+#ifdef VELMORA_ACE
+// The desktop program's windows (board and lobby, without a screen) meet a command-line
+// copy through the relay and play one game to its end; the desktop side plays by clicks on
+// the board. The service's new totals stand on the desktop's panels and on the other
+// copy's.
+TEST(OnlineLento, JanelasDoProgramaJogamComALinhaDeComando) {
+    Servico servico;
+    ASSERT_EQ(servico.Cadastra("ana", "senha1"), "Resposta:#OK");
+    ASSERT_EQ(servico.Cadastra("bruno", "senha2"), "Resposta:#OK");
+    const fs::path pasta = PastaNova("ace");
+    Processo ace(VELMORA_ACE, {}, pasta / "saida.txt",
+                 {"VELMORA_SERVICO=" + servico.Endereco(),
+                  "VELMORA_DADOS=" + (pasta / "dados").string(),
+                  "VELMORA_CONFIG=" + (pasta / "registro.reg").string(),
+                  "QT_QPA_PLATFORM=offscreen", "SDL_AUDIODRIVER=dummy",
+                  "VELMORA_CAPTURA_REDE=" + pasta.string(), "VELMORA_CAPTURA_PAPEL=online",
+                  "VELMORA_CAPTURA_NICK=ana", "VELMORA_CAPTURA_SENHA=senha1"});
+    std::this_thread::sleep_for(std::chrono::seconds(2));
+    Copia bruno(servico.Endereco(),
+                {"--nome1", "bruno", "--senha", "senha2", "--tempo", "0.1", "--jogos", "1"});
+    const auto limite = Em(170);
+    const int sb = bruno.Espera(limite);
+    const int sa = ace.Espera(limite);
+    const std::string ob = bruno.Saida();
+    ASSERT_EQ(sb, 0) << ob;
+    ASSERT_EQ(sa, 0) << ace.Saida();
+    EXPECT_TRUE(Tem(ob, "com ana")) << ob;
+    EXPECT_TRUE(fs::file_size(pasta / "online-ana.png") > 1000);
+    // what the desktop's two panels showed, by name
+    std::map<std::string, std::string> painel;
+    std::istringstream linhas(LeArquivo(pasta / "online-ana.txt"));
+    for (std::string l; std::getline(linhas, l);)
+        if (const auto i = l.find('='); i != std::string::npos)
+            painel[l.substr(0, i)] = l.substr(i + 1);
+    std::map<std::string, std::string> pontosNoPainel;
+    for (const char* k : {"1", "2"})
+        pontosNoPainel[painel[std::string("LbNome") + k]] = painel[std::string("LbNV") + k];
+    ASSERT_EQ(pontosNoPainel.count("ana"), 1u) << LeArquivo(pasta / "online-ana.txt");
+    ASSERT_EQ(pontosNoPainel.count("bruno"), 1u) << LeArquivo(pasta / "online-ana.txt");
+
+    const long pa = servico.Pontos("ana", "senha1"), pb = servico.Pontos("bruno", "senha2");
+    if (Tem(ob, "Resultado: empate")) {
+        EXPECT_EQ(pa, 1000);
+        EXPECT_EQ(pb, 1000);
+    } else {
+        const bool anaVenceu = Tem(ob, "Resultado: ana venceu");
+        ASSERT_TRUE(anaVenceu || Tem(ob, "Resultado: bruno venceu")) << ob;
+        EXPECT_GT(anaVenceu ? pa : pb, 1000);
+        EXPECT_LE(anaVenceu ? pb : pa, 1000);
+    }
+    EXPECT_EQ(pontosNoPainel["ana"], NoPainel(pa));
+    EXPECT_EQ(pontosNoPainel["bruno"], NoPainel(pb));
+    EXPECT_TRUE(Tem(ob, "Pontos de ana: " + NoPainel(pa))) << ob;
+    EXPECT_TRUE(Tem(ob, "Pontos de bruno: " + NoPainel(pb))) << ob;
+    std::error_code ec;
+    fs::remove_all(pasta, ec);
+}
+#endif

@@ -216,6 +216,16 @@ TEST(Servico, ListaDeEspera) {
     EXPECT_EQ(s.Nua(Lista("eva", 2005), "127.0.0.5"), "**");
 }
 
+// A copy on the service's own machine is listed under the name the operator published, the
+// only one by which the others reach it; a local-network address sent along still wins.
+TEST(Servico, ListaDeEsperaNomeiaACopiaDaPropriaMaquinaPeloHostPublico) {
+    ServicoVivo s([](Opcoes& o) { o.hostPublico = "damas.example.org"; });
+    s.Nua(Lista("ana", 2001), "127.0.0.1");
+    EXPECT_EQ(Pedaco(s.Nua(Lista("bia", 2002), "127.0.0.1"), "**", 1), "!!damas.example.org:2001");
+    s.Nua(Lista("caio", 2003, "&prt=192.168.0.9"), "127.0.0.1");
+    EXPECT_NE(s.Nua(Lista("bia", 2002), "127.0.0.1").find("!!192.168.0.9:2003"), std::string::npos);
+}
+
 TEST(Servico, TesteDePortaDiscaDeVoltaParaOProprioEndereco) {
     ServicoVivo s;
     // A port open on 127.0.0.2 only

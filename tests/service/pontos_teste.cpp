@@ -164,7 +164,7 @@ TEST_F(Pontos, PremioDeUmaCopiaChegaAoPainelDaOutra) {
     peerB.semSockets = true;
     BuscasReais buscasB(wsg, laco);
     ServicoOnline onlineB(formB, buscasB);
-    LigaPontos(peerB, onlineB);
+    LigaServico(peerB, onlineB);
     std::vector<std::string> chegaram;
     peerA.aoEnviar = [&](int, const std::string& bytes) {
         chegaram.push_back(bytes);
@@ -196,6 +196,24 @@ TEST_F(Pontos, PremioDeUmaCopiaChegaAoPainelDaOutra) {
     peerB.aoReceberPontos = nullptr;
     peerB.Despacha(1, "GETPT:7:8");
     EXPECT_EQ(formB.modelo.LbNV[2].Texto, "(1.200)");
+}
+
+// The end of the handshake takes a pair that met the direct way off the waiting list; a
+// relay game was never on it.
+TEST_F(Pontos, FimDoHandshakeTiraOParDaListaDeEspera) {
+    ConexaoPeer peer(*form, mod);
+    peer.semSockets = true;
+    LigaServico(peer, *online);
+    Respostas({{"Deletar_Conectado", "#OK#"}});
+    peer.NoServidor = true;
+    peer.Despacha(1, std::string(fio::ConectadoOK));
+    EXPECT_TRUE(form->ctx.Game.Conectado);
+    EXPECT_EQ(Pedidos("Deletar_Conectado"), 0);
+    form->ctx.Game.Conectado = false;
+    peer.NoServidor = false;
+    peer.Despacha(1, std::string(fio::ConectadoOK));
+    ASSERT_EQ(Pedidos("Deletar_Conectado"), 1);
+    EXPECT_NE(servico.pedidos.back().caminho.find("Nick1=ana&Nick2=bia"), std::string::npos);
 }
 
 TEST_F(Pontos, BloqueioESaidaDaLista) {
