@@ -7,10 +7,13 @@
 #include "ui/telaqt.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QFile>
 #include <QLineEdit>
 #include <QPixmap>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTextStream>
 #include <QTimer>
 
 #include <cstdlib>
@@ -21,11 +24,35 @@ namespace velmora::ace {
 
 namespace {
 struct RoteiroRede {
-    QString pasta, papel;
+    QString pasta, papel, nick, senha;
     bool dialogo = false, fotografado = false;
     int marcada = -1;
     std::deque<int> cliques;
+    // on-line: the panels' points when the game began, and when it ended
+    std::string pontosNoInicio;
+    double fimDoJogo = -1;
 };
+
+std::string PontosDosPaineis(const Form1& f) {
+    return f.modelo.LbNV[1].Texto + "|" + f.modelo.LbNV[2].Texto;
+}
+
+// Both panels as the window shows them: name, points (with whether they are shown) and
+// stars of each side.
+void EscrevePaineis(const ui::JanelaTabuleiro& janela, const QString& arquivo) {
+    QFile saida(arquivo);
+    if (!saida.open(QIODevice::WriteOnly | QIODevice::Truncate)) return;
+    QTextStream t(&saida);
+    for (int k = 1; k <= 2; ++k) {
+        const QString nv = QString("LbNV_%1").arg(k);
+        const auto* estrelas =
+            qobject_cast<const ui::Insignias*>(janela.Controle_(QString("LBEstrelas%1").arg(k)));
+        t << "LbNome" << k << "=" << janela.Texto(QString("LbNome_%1").arg(k)) << "\n"
+          << "LbNV" << k << "=" << janela.Texto(nv) << (janela.Visivel(nv) ? "" : " (oculto)")
+          << "\n"
+          << "Estrelas" << k << "=" << (estrelas ? estrelas->Estrelas() : -1) << "\n";
+    }
+}
 } // namespace
 
 bool PreparaCapturaRede(ui::TelaQt& tela) {
@@ -36,10 +63,25 @@ bool PreparaCapturaRede(ui::TelaQt& tela) {
     r->pasta = QString::fromUtf8(destino);
     r->papel = QString::fromUtf8(papel);
     const bool escuta = r->papel == "escuta";
+    const bool online = r->papel == "online";
+    if (online) {
+        r->nick = QString::fromUtf8(std::getenv("VELMORA_CAPTURA_NICK"));
+        r->senha = QString::fromUtf8(std::getenv("VELMORA_CAPTURA_SENHA"));
+    }
 
-    tela.aoMostrarNovoJogo = [r, escuta](ui::FrmNewGame& d) {
+    tela.aoMostrarNovoJogo = [r, escuta, online](ui::FrmNewGame& d) {
         if (r->dialogo) return;
         r->dialogo = true;
+        if (online) {
+            QTimer::singleShot(300, &d, [r, &d] {
+                d.Image1_Click(3);
+                d.ImGTPON_Click(2);
+                d.Combo3->setEditText(r->nick);
+                d.Text2->setText(r->senha);
+                d.Label3_Click();
+            });
+            return;
+        }
         QTimer::singleShot(300, &d, [r, escuta, &d] {
             d.Image1_Click(5);
             d.TxtRede->setText(escuta ? "Ana" : "Bia");
@@ -60,13 +102,35 @@ bool PreparaCapturaRede(ui::TelaQt& tela) {
         });
     };
 
-    tela.aoMostrarJanela = [r, &tela](ui::JanelaTabuleiro& janela) {
+    tela.aoMostrarJanela = [r, &tela, online](ui::JanelaTabuleiro& janela) {
         Form1* f = tela.localizaForm1 ? tela.localizaForm1() : nullptr;
         if (!f) return;
-        f->AoProcessarEventos = [r, f, &janela] {
+        f->AoProcessarEventos = [r, f, &janela, online] {
             Contexto& c = f->ctx;
-            if (!c.Game.Conectado || r->fotografado) return;
-            if (c.JogadaAtual >= 13) {
+            if (r->fotografado) return;
+            if (online && r->pontosNoInicio.empty() && c.Game.Conectado)
+                r->pontosNoInicio = PontosDosPaineis(*f);
+            // the end: a win on either side, or the link gone after the game began
+            if (online && r->fimDoJogo < 0 &&
+                (c.Jogador[1].Vitorias + c.Jogador[2].Vitorias > 0 ||
+                 (!r->pontosNoInicio.empty() && !c.Game.Conectado)))
+                r->fimDoJogo = f->plataforma.Decorrido();
+            if (online && r->fimDoJogo >= 0) {
+                // The award travels from the winner's copy: wait for the new totals
+                if (PontosDosPaineis(*f) == r->pontosNoInicio &&
+                    f->plataforma.Decorrido() < r->fimDoJogo + 10)
+                    return;
+                r->fotografado = true;
+                QTimer::singleShot(800, &janela, [r, f, &janela] {
+                    const QString base = r->pasta + "/online-" + r->nick;
+                    janela.grab().save(base + ".png", "PNG");
+                    EscrevePaineis(janela, base + ".txt");
+                    QTimer::singleShot(500, &janela, [f] { f->EncerraPrograma(); });
+                });
+                return;
+            }
+            if (!c.Game.Conectado) return;
+            if (!online && c.JogadaAtual >= 13) {
                 r->fotografado = true;
                 QTimer::singleShot(800, &janela, [r, f, &janela] {
                     janela.grab().save(r->pasta + "/tabuleiro-" +
