@@ -7,7 +7,7 @@ pacotes=(
   qt6-base-dev qt6-qpa-plugins libgl-dev
   libsdl2-mixer-dev timgm6mb-soundfont
   libsqlite3-dev libcpp-httplib-dev libasio-dev libsodium-dev libpq-dev pkg-config
-  xvfb xauth imagemagick
+  xvfb xauth imagemagick sqlite3 curl
   dpkg-dev
 )
 faltam=()

@@ -120,13 +120,14 @@ bool PreparaCapturaRede(ui::TelaQt& tela) {
                 if (PontosDosPaineis(*f) == r->pontosNoInicio &&
                     f->plataforma.Decorrido() < r->fimDoJogo + 10)
                     return;
+                // at once, while the game's end still stands on the board (the loser's side
+                // counts the win on its panel only once the winner lets play go on)
                 r->fotografado = true;
-                QTimer::singleShot(800, &janela, [r, f, &janela] {
-                    const QString base = r->pasta + "/online-" + r->nick;
-                    janela.grab().save(base + ".png", "PNG");
-                    EscrevePaineis(janela, base + ".txt");
-                    QTimer::singleShot(500, &janela, [f] { f->EncerraPrograma(); });
-                });
+                janela.Atualiza();
+                const QString base = r->pasta + "/online-" + r->nick;
+                janela.grab().save(base + ".png", "PNG");
+                EscrevePaineis(janela, base + ".txt");
+                QTimer::singleShot(500, &janela, [f] { f->EncerraPrograma(); });
                 return;
             }
             if (!c.Game.Conectado) return;
