@@ -2,6 +2,7 @@
 
 #include "ui/barratitulo.h"
 #include "ui/caixas.h"
+#include "ui/estilo.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -78,8 +79,8 @@ JanelaForm8::JanelaForm8(Form1& f, ServicoOnline& servico, TestePorta& porta, Li
     grande.setPointSizeF(grande.pointSizeF() * 1.15);
     Label4->setFont(grande);
     Label4->setMinimumHeight(110);
-    LbComunica->setStyleSheet("color: #5a4a2a;");
-    Label8->setStyleSheet("color: #777;");
+    // the program's one look, with the port lines quieter than the status
+    DaEstilo(this, "QLabel#LbComunica { color: #5a4a2a; } QLabel#Label8 { color: #6b6b6b; }");
     bandeja_.setIcon(QApplication::windowIcon());
 
     auto* links = new QHBoxLayout;
