@@ -458,6 +458,19 @@ TEST(Online, ServicoForaDoArNaoPrendeACopia) {
     EXPECT_TRUE(Tem(o, "Não foi possível")) << o;
 }
 
+// The service answers but its relay can't be reached (it listens elsewhere than the
+// address it names): error box 21 within the lobby's 8 seconds, and the copy ends.
+TEST(OnlineLento, RelayInalcancavelDaOErro21) {
+    Servico servico({"--host-publico", "127.0.0.3", "--endereco-relay", "127.0.0.2"});
+    Copia c(servico.Endereco(), {"--nome1", "eva", "--visitante"});
+    const int s = c.Espera(Em(40));
+    const std::string o = c.Saida();
+    EXPECT_EQ(s, 1) << o;
+    EXPECT_TRUE(Tem(o, "Conectando ao servidor.....")) << o;
+    EXPECT_TRUE(Tem(o, "[Erro 21: Não foi possível conectar ao sevidor.")) << o;
+    EXPECT_FALSE(Tem(o, "CONECTADO AO SERVIDOR")) << o;
+}
+
 // Bad arguments are refused before any request.
 TEST(Online, ArgumentosRuins) {
     for (const std::vector<std::string>& args :
