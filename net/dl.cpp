@@ -11,8 +11,10 @@
 #include <QString>
 #include <QTemporaryFile>
 #include <QUrl>
+
 #include <QVariant>
 
+#include <cctype>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -126,8 +128,33 @@ std::filesystem::path dl::ArquivoConteudo() {
     return std::filesystem::path(QDir::tempPath().toStdString()) / "temp01.dat";
 }
 
+namespace {
+
+// The address as the program wrote it, bytes kept: a blank, a control or 8-bit byte, a "%"
+// that begins no %XX, and a "#" in the query (a password goes out as typed: it belongs to
+// the value, it begins no fragment) are each sent as their %XX; the rest goes as it is.
+QUrl UrlDoTexto(const std::string& texto) {
+    const auto hex = [](char c) { return std::isxdigit(static_cast<unsigned char>(c)) != 0; };
+    QByteArray b;
+    bool consulta = false;
+    for (std::size_t i = 0; i < texto.size(); ++i) {
+        const auto c = static_cast<unsigned char>(texto[i]);
+        const bool escapa =
+            c <= 0x20 || c >= 0x7F || (c == '#' && consulta) ||
+            (c == '%' && !(i + 2 < texto.size() && hex(texto[i + 1]) && hex(texto[i + 2])));
+        consulta |= c == '?';
+        if (escapa)
+            b += '%' + QByteArray::number(c, 16).rightJustified(2, '0').toUpper();
+        else
+            b += static_cast<char>(c);
+    }
+    return QUrl::fromEncoded(b);
+}
+
+} // namespace
+
 void dl::AsyncRead(const std::string& url, const std::string& chave) {
-    QNetworkRequest pedido(QUrl(QString::fromStdString(url)));
+    QNetworkRequest pedido{UrlDoTexto(url)};
     // Always a fresh copy, never a cached one
     pedido.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
     QNetworkReply* r = e_->rede.get(pedido);

@@ -199,6 +199,55 @@ std::string Valor(const Parametros& p, std::string_view chave) {
     return {};
 }
 
+void Define(Parametros& p, std::string_view chave, std::string valor) {
+    for (auto& [k, v] : p)
+        if (k == chave) {
+            v = std::move(valor);
+            return;
+        }
+    p.emplace_back(std::string(chave), std::move(valor));
+}
+
+namespace {
+
+// Where the value of `chave` begins: after "chave=" at the start of the query or just
+// after an "&"; npos when the key isn't there.
+std::size_t InicioDoValor(std::string_view consulta, std::string_view chave) {
+    for (std::size_t i = 0; i < consulta.size(); ++i) {
+        if (i > 0 && consulta[i - 1] != '&') continue;
+        const std::string_view resto = consulta.substr(i);
+        if (resto.size() > chave.size() && resto.starts_with(chave) && resto[chave.size()] == '=')
+            return i + chave.size() + 1;
+    }
+    return std::string_view::npos;
+}
+
+} // namespace
+
+std::string ValorAte(std::string_view consulta, std::string_view chave, std::string_view seguinte) {
+    const auto inicio = InicioDoValor(consulta, chave);
+    const std::string marca = "&" + std::string(seguinte) + "=";
+    const auto fim =
+        inicio == std::string_view::npos ? std::string_view::npos : consulta.find(marca, inicio);
+    if (fim == std::string_view::npos) return Valor(LeConsulta(consulta), chave);
+    return DecodificaPercentual(consulta.substr(inicio, fim - inicio));
+}
+
+Credenciais LeCredenciais(std::string_view consulta) {
+    constexpr std::string_view marcaSenha = "&senha=", marcaPrograma = "&programa=";
+    const auto nick = InicioDoValor(consulta, "nick");
+    const auto senha = nick == std::string_view::npos ? nick : consulta.find(marcaSenha, nick);
+    const auto programa = consulta.rfind(marcaPrograma);
+    if (senha == std::string_view::npos || programa == std::string_view::npos ||
+        programa < senha + marcaSenha.size()) {
+        const auto q = LeConsulta(consulta);
+        return {Valor(q, "nick"), Valor(q, "senha")};
+    }
+    const auto inicioSenha = senha + marcaSenha.size();
+    return {DecodificaPercentual(consulta.substr(nick, senha - nick)),
+            DecodificaPercentual(consulta.substr(inicioSenha, programa - inicioSenha))};
+}
+
 bool Tem(const Parametros& p, std::string_view chave) {
     return std::any_of(p.begin(), p.end(), [&](const auto& kv) { return kv.first == chave; });
 }

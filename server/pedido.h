@@ -48,6 +48,23 @@ std::string DecodificaPercentual(std::string_view texto);
 // Value of the first pair with that key (keys are case-sensitive), or empty.
 std::string Valor(const Parametros& p, std::string_view chave);
 bool Tem(const Parametros& p, std::string_view chave);
+// Sets the value of the first pair with that key, or adds the pair.
+void Define(Parametros& p, std::string_view chave, std::string valor);
+
+// The game sends passwords as typed, unescaped, so they may hold "&", "=", "#" or blanks;
+// its keys come in a fixed order, and that order is what bounds such a value.
+//
+// The value of `chave` up to the first "&`seguinte`=" after it, %XX decoded; without
+// that key after it, the value as the pairs give it.
+std::string ValorAte(std::string_view consulta, std::string_view chave, std::string_view seguinte);
+
+// Nick and password of a login or of a new nick ("...nick=N&senha=S&programa=..."): the
+// nick up to the first "&senha=", the password from there to the last "&programa=". A
+// query of another shape is read pair by pair.
+struct Credenciais {
+    std::string nick, senha;
+};
+Credenciais LeCredenciais(std::string_view consulta);
 
 // Text from the outside as UTF-8 with no control characters: valid UTF-8 stays as it
 // is, anything else is read as Windows-1252; the result is cut to `maximo` bytes on a

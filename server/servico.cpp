@@ -121,18 +121,28 @@ Resposta Servico::Responde(const Pedido& p, const std::string& endereco) {
                 r.corpo = SaiDaLista(q, endereco);
             else if (acao == "Server" || Valor(q, "prog") == "Velmora Chief")
                 r.corpo = "IPSERVER#" + o_.HostPublico() + "#" + Numero(portaRelay_);
-            else if (Tem(q, "NomeUsuario"))
-                r.corpo = Lista(q, endereco);
-            else if (Tem(q, "nick"))
+            else if (Tem(q, "NomeUsuario")) {
+                // the group password goes out as typed, bounded by the key after it
+                auto lista = q;
+                Define(lista, "grupo", ValorAte(p.consulta, "grupo", "compatibilidade"));
+                r.corpo = Lista(lista, endereco);
+            } else if (Tem(q, "nick"))
                 r.corpo = ParametrosSessao(q, endereco);
             else
                 r.corpo = "Faltam dados";
         } else if (p.caminho == "/html/cadastro.php") {
             const auto tipo = Valor(q, "tipo");
+            // nick and password as typed, reserved characters and all
+            auto conta = q;
+            if (tipo == "Entrar" || tipo == "Cadastro") {
+                auto [nick, senha] = LeCredenciais(p.consulta);
+                Define(conta, "nick", std::move(nick));
+                Define(conta, "senha", std::move(senha));
+            }
             if (tipo == "Entrar")
-                r.corpo = Entrar(q, endereco);
+                r.corpo = Entrar(conta, endereco);
             else if (tipo == "Cadastro")
-                r.corpo = Cadastrar(q, endereco);
+                r.corpo = Cadastrar(conta, endereco);
             else if (tipo == "pc")
                 r.corpo = PodeCadastrar(endereco);
             else if (tipo == "ta")

@@ -10,140 +10,46 @@
 #include "opcoes.h"
 #include "terminalrede.h"
 
-#include "core/casas.h"
-#include "core/tabuleiro.h"
 #include "net/modsocketmaster.h"
 #include "peer/conexaodireta.h"
 #include "peer/conexaopeer.h"
 #include "session/form1.h"
 
 #include <QCoreApplication>
-#include <QSocketNotifier>
-#include <QTimer>
 
 #include <cstdio>
-#include <deque>
+#include <cstdlib>
 #include <optional>
-#include <sstream>
-#include <unistd.h>
 
 namespace velmora::cli {
 
 namespace {
 
-struct Ajustes {
+struct Ajustes : AjustesRede {
     bool escuta = true;
     std::string host;
     int porta = 2001;
-    bool computador = false;
-    int nivel = 1;
-    double tempo = 0;
-    int regra = 1;
     int limite = 90;
     std::string nome = "Jogador";
-    int jogos = 0; // 0: until someone leaves
 };
 
-// The terminal as the session's and the peer link's screen.
-class TelaRede : public Tela, public TelaPeer {
+// The terminal's new-game dialog: the direct link's tab, listening or dialling.
+class TelaRede : public TelaTerminal {
   public:
-    TelaRede(const Ajustes& a, Linhas& l) : a_(a), linhas_(l) {}
-    std::function<bool(CamposNovoJogo&, FrmNewGame&)> primeiroDialogo;
-    int dialogos = 0;
+    TelaRede(const Ajustes& a, Linhas& l) : TelaTerminal(a.computador, l), a_(a) {}
 
-    SaidaDialogo MostraNovoJogo(FrmNewGame& d) override {
-        if (++dialogos > 1) return SaidaDialogo::Sair; // the session is over
+  protected:
+    CamposNovoJogo CamposDoJogo() const override {
         CamposNovoJogo c;
         c.Aba = 5;
         c.Option1 = a_.escuta;
         c.TxtRede = a_.nome;
         c.Opt_regra3 = a_.regra;
-        return d.JOGAR(c) ? SaidaDialogo::Jogar : SaidaDialogo::Sair;
+        return c;
     }
-    void Mensagem(const std::string& texto, const std::string&) override {
-        std::printf("[%s]\n", ParaTerminal(texto).c_str());
-        std::fflush(stdout);
-    }
-    bool Pergunta(const std::string& texto, const std::string&) override {
-        std::printf("[%s] (s/n): não\n", ParaTerminal(texto).c_str());
-        std::fflush(stdout);
-        return false;
-    }
-    bool PerguntaEmpate(const std::string& texto) override {
-        std::printf("[%s] (s/n): ", texto.c_str());
-        std::fflush(stdout);
-        bool r = false;
-        if (a_.computador) {
-            r = decideEmpate && decideEmpate();
-        } else {
-            // The answer is the next line; ten seconds without one is a refusal.
-            QTimer limite;
-            limite.setSingleShot(true);
-            limite.start(10000);
-            while (linhas_.Vazia() && !linhas_.Fim() && limite.isActive())
-                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
-            if (!linhas_.Vazia()) r = SimOuNao(linhas_.Tira()).value_or(false);
-        }
-        std::printf("%s\n", r ? "sim" : "não");
-        std::fflush(stdout);
-        return r;
-    }
-    void LinhaChat(const std::string& texto) override {
-        std::printf("Chat: %s\n", ParaTerminal(texto).c_str());
-        std::fflush(stdout);
-    }
-    void Status(const std::string& texto) override {
-        std::printf("%s\n", ParaTerminal(texto).c_str());
-        std::fflush(stdout);
-    }
-    std::function<bool()> decideEmpate;
 
   private:
     const Ajustes& a_;
-    Linhas& linhas_;
-};
-
-// Prints the board when it changes, the large message and the message line, and each
-// game's result.
-class Relato {
-  public:
-    explicit Relato(Form1& f) : f_(f) {}
-    int terminados = 0;
-    void Mostra() {
-        const Contexto& c = f_.ctx;
-        const std::string tab = TextoTabuleiro(c.Atual);
-        if (tab != tabuleiro_ && c.Game.Conectado) {
-            tabuleiro_ = tab;
-            std::printf("%sVez do lado %d\n", DesenhoTabuleiro(c.Atual).c_str(), c.Atual.Vez);
-        }
-        for (const Controle* x : {&c.painel.lbMsg, &c.painel.Label27}) {
-            std::string& visto = vistos_[x == &c.painel.lbMsg ? 0 : 1];
-            const std::string agora = x->Visivel ? x->Texto : "";
-            if (agora == visto) continue;
-            visto = agora;
-            if (agora.empty()) continue;
-            std::printf("%s\n", agora.c_str());
-            if (agora == "Jogo empatado" || agora == "Você aceitou" ||
-                agora == c.Jogador[2].Nome + " aceitou o empate") {
-                std::printf("Resultado: empate\n");
-                ++terminados;
-            }
-        }
-        for (int k = 1; k <= 2; ++k) {
-            if (c.Jogador[k].Vitorias > vitorias_[k]) {
-                std::printf("Resultado: %s venceu\n", c.Jogador[k].Nome.c_str());
-                ++terminados;
-            }
-            vitorias_[k] = c.Jogador[k].Vitorias;
-        }
-        std::fflush(stdout);
-    }
-
-  private:
-    Form1& f_;
-    std::string tabuleiro_;
-    std::string vistos_[2];
-    int vitorias_[3] = {0, 0, 0};
 };
 
 std::optional<Ajustes> LeAjustes(const Argumentos& args, std::string& erro) {
@@ -244,13 +150,9 @@ int ComandoPartidaRede(const Argumentos& args) {
     form.UsaRede(peer);
     PensadorRede pensador(form, a.tempo);
     Relato relato(form);
+    ComandosRede comandos(form, peer, linhas, relato, a);
     int saida = 0;
-
-    tela.decideEmpate = [&form] {
-        // The computer takes a draw when it doesn't stand better on the board.
-        const auto& c = form.ctx;
-        return c.ValordasPecas(c.LadoLocal()) <= c.ValordasPecas(3 - c.LadoLocal());
-    };
+    tela.decideEmpate = [&form] { return EmpateConvem(form); };
 
     peer.abreConexaoDireta = [&] {
         ConexaoDireta d(peer, form);
@@ -295,77 +197,13 @@ int ComandoPartidaRede(const Argumentos& args) {
                 return;
             }
         }
-        auto& c = form.ctx;
-        std::printf("Conectado como %s com %s, regra: %s\n", c.Tipo_c.c_str(),
-                    c.Jogador[2].Nome.c_str(), NomeRegra(c.Game.Regra));
-        std::fflush(stdout);
-        c.Jogador[1].Nivel = c.Jogador[2].Nivel = static_cast<int16_t>(a.nivel);
-        if (a.computador) {
-            c.Game.Tipo = c.Tipo_c == "Cliente" ? "HC" : "CH";
-            form.UsaPensador(&pensador);
-        }
+        ComecaPartidaRede(form, pensador, a);
     };
 
-    bool executando = false, saindo = false;
-    const auto desconecta = [&] {
-        if (saindo) return;
-        saindo = true;
-        QTimer::singleShot(0, &app, [&form] {
-            if (form.ctx.Game.Conectado) form.Label26_Click();
-        });
-    };
-    const auto executa = [&](const std::string& linha) {
-        std::istringstream in(linha);
-        std::string p;
-        in >> p;
-        if (p.empty()) return true;
-        if (p == "chat") {
-            std::string resto;
-            std::getline(in, resto);
-            peer.EnviaChat(resto);
-            return true;
-        }
-        if (p == "empate")
-            form.Label24_Click();
-        else if (p == "entregar")
-            form.Label22_Click();
-        else if (p == "desconectar" || p == "sair")
-            desconecta();
-        else if (CasaDoNome(p) != 0) {
-            if (!form.ctx.EsperaClique()) return false; // waits for this side's turn
-            do {
-                if (const int casa = CasaDoNome(p); casa != 0) form.imgpd_MouseDown(casa);
-            } while (in >> p);
-        } else {
-            std::printf("Entrada inválida: %s (casas A1 a H8, empate, entregar, desconectar, "
-                        "chat TEXTO)\n",
-                        p.c_str());
-        }
-        return true;
-    };
-    form.AoProcessarEventos = [&] {
-        relato.Mostra();
-        if (executando || form.Encerrado()) return;
-        executando = true;
-        if (a.jogos > 0 && relato.terminados >= a.jogos && EntreJogos(form)) desconecta();
-        if (!linhas.Vazia()) {
-            std::string l = linhas.Tira();
-            if (!executa(l)) linhas.Devolve(l);
-        } else if (linhas.Fim() && !a.computador && form.ctx.Game.Conectado) {
-            desconecta(); // nobody is left to play this side
-        }
-        executando = false;
-    };
-
-    form.Form_Load();
-    form.Form_Activate();
-    while (!form.Encerrado()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    relato.Mostra();
+    comandos.Liga();
+    RodaAteEncerrar(form, relato);
     if (saida != 0) return saida;
-    const auto& j = form.ctx.Jogador;
-    std::printf("Placar: %s %d x %d %s\n", j[1].Nome.c_str(), j[1].Vitorias, j[2].Vitorias,
-                j[2].Nome.c_str());
-    std::fflush(stdout);
+    ImprimePlacar(form);
     return 0;
 }
 

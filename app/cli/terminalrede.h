@@ -1,12 +1,15 @@
 #pragma once
 // What the two networked games of the command line share: the terminal's text, the lines of
-// standard input read while the game's events run, the computer's turn of a connected game
-// and the moment between two games.
+// standard input read while the game's events run, the terminal as the game's screen, the
+// report of boards and results, the commands typed during a game, the computer's turn of a
+// connected game and the moment between two games.
+#include "peer/conexaopeer.h"
 #include "session/form1.h"
 
 #include <QSocketNotifier>
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <unistd.h>
@@ -122,5 +125,87 @@ inline bool EntreJogos(const Form1& f) {
         if (f.EmEspera[k]) return false;
     return !(c.painel.Label27.Visivel && c.painel.Label27.Texto == "Você venceu");
 }
+
+// What both networked games read from their arguments.
+struct AjustesRede {
+    bool computador = true; // the local side is played by the engine (--tipo C)
+    int nivel = 1;
+    double tempo = 0; // seconds per move; 0: the level's own time
+    int regra = 1;
+    int jogos = 0; // 0: until someone leaves
+};
+
+// The terminal as the session's and the peer link's screen: boxes in brackets, questions
+// answered "não", a draw offer answered by the computer or by the next input line, chat
+// and status lines as they come. Each game fills its one new-game dialog its own way; a
+// second dialog means the session is over.
+class TelaTerminal : public Tela, public TelaPeer {
+  public:
+    TelaTerminal(bool computador, Linhas& linhas) : computador_(computador), linhas_(linhas) {}
+    SaidaDialogo MostraNovoJogo(FrmNewGame& d) final;
+    void Mensagem(const std::string& texto, const std::string& titulo) override;
+    bool Pergunta(const std::string& texto, const std::string& titulo) override;
+    bool PerguntaEmpate(const std::string& texto) override;
+    void LinhaChat(const std::string& texto) override;
+    void Status(const std::string& texto) override;
+    // The computer's answer to a draw offer
+    std::function<bool()> decideEmpate;
+
+  protected:
+    virtual CamposNovoJogo CamposDoJogo() const = 0;
+
+  private:
+    bool computador_;
+    Linhas& linhas_;
+    int dialogos_ = 0;
+};
+
+// The computer takes a draw when it doesn't stand better on the board.
+bool EmpateConvem(const Form1& f);
+
+// Prints the board when it changes, the large message and the message line, and each
+// game's result.
+class Relato {
+  public:
+    explicit Relato(Form1& f) : f_(f) {}
+    int terminados = 0;
+    void Mostra();
+
+  private:
+    Form1& f_;
+    std::string tabuleiro_;
+    std::string vistos_[2];
+    int vitorias_[3] = {0, 0, 0};
+};
+
+// The lines typed during a connected game (squares, "empate", "entregar", "desconectar",
+// "chat TEXTO") run between the game's events; the session is left when the games asked
+// for are played, or when input ends with nobody to play the local side.
+class ComandosRede {
+  public:
+    ComandosRede(Form1& f, ConexaoPeer& peer, Linhas& linhas, Relato& relato, const AjustesRede& a);
+    // Hooks the commands into the session's event pump.
+    void Liga();
+    void Desconecta();
+
+  private:
+    bool Executa(const std::string& linha);
+    void AoProcessar();
+    Form1& f_;
+    ConexaoPeer& peer_;
+    Linhas& linhas_;
+    Relato& relato_;
+    const AjustesRede& a_;
+    bool executando_ = false, saindo_ = false;
+};
+
+// Once connected: who plays whom under which rule, and the computer on the local side.
+void ComecaPartidaRede(Form1& f, PensadorRede& pensador, const AjustesRede& a);
+
+// Runs the session until it ends, then prints the last report.
+void RodaAteEncerrar(Form1& f, Relato& relato);
+
+// The final score line.
+void ImprimePlacar(const Form1& f);
 
 } // namespace velmora::cli

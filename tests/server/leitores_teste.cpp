@@ -66,6 +66,45 @@ TEST(LeConsulta, ChavesValoresEPercentuais) {
     EXPECT_EQ(LeConsulta(muitos).size(), 64u);
 }
 
+TEST(LeConsulta, SenhasComoDigitadas) {
+    // Reserved characters of a password and of a group password survive; the nick ends at
+    // the first "&senha=", the password at the last "&programa="
+    auto c = LeCredenciais("tipo=Entrar&nick=Ze%20Bento&senha=a&b=c #d%20e&programa=Velmora&wb=t");
+    EXPECT_EQ(c.nick, "Ze Bento");
+    EXPECT_EQ(c.senha, "a&b=c #d e");
+    c = LeCredenciais("tipo=Cadastro&nick=ana&senha=x&senha=y&programa=z&programa=Velmora");
+    EXPECT_EQ(c.nick, "ana");
+    EXPECT_EQ(c.senha, "x&senha=y&programa=z");
+    c = LeCredenciais("tipo=Entrar&nick=ana&senha=&programa=Velmora");
+    EXPECT_EQ(c.senha, "");
+    // Another shape: pair by pair, and a key must begin a pair ("apelido=" is not "nick=")
+    c = LeCredenciais("senha=s1&tipo=Entrar&nick=bia");
+    EXPECT_EQ(c.nick, "bia");
+    EXPECT_EQ(c.senha, "s1");
+    c = LeCredenciais("tipo=Entrar&xnick=a&senha=b&programa=Velmora");
+    EXPECT_EQ(c.nick, "");
+    EXPECT_EQ(c.senha, "b");
+    for (const char* torto : {"", "nick", "nick=", "&senha=&programa=", "nick=&senha=",
+                              "nick=a&programa=&senha=b", "nick=a&senha=b&programa"}) {
+        const auto t = LeCredenciais(torto);
+        const auto q = LeConsulta(torto);
+        EXPECT_EQ(t.nick, Valor(q, "nick")) << torto;
+        EXPECT_EQ(t.senha, Valor(q, "senha")) << torto;
+    }
+
+    const std::string lista = "NomeUsuario=ana&p=2001&grupo=nós & eles=1&compatibilidade=17&v=S";
+    EXPECT_EQ(ValorAte(lista, "grupo", "compatibilidade"), "nós & eles=1");
+    EXPECT_EQ(ValorAte("grupo=a&b", "grupo", "compatibilidade"), "a");
+    EXPECT_EQ(ValorAte("x=1", "grupo", "compatibilidade"), "");
+
+    Parametros p = LeConsulta("a=1&b=2");
+    Define(p, "b", "3");
+    Define(p, "c", "4");
+    EXPECT_EQ(Valor(p, "b"), "3");
+    EXPECT_EQ(Valor(p, "c"), "4");
+    EXPECT_EQ(p.size(), 3u);
+}
+
 TEST(TextoLimpo, Utf8Cp1252ControlesELimite) {
     EXPECT_EQ(TextoLimpo("José", 64), "José");
     EXPECT_EQ(TextoLimpo("Jos\xe9", 64), "José"); // Windows-1252 from an old client

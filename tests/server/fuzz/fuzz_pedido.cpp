@@ -23,6 +23,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* dados, std::size_t tam
             for (const char c : limpo)
                 if (static_cast<unsigned char>(c) < 0x20) std::abort();
         }
+        // Values bounded by the key after them are never longer than the query
+        const auto& consulta = l.pedido.consulta;
+        const auto c = LeCredenciais(consulta);
+        const auto g = ValorAte(consulta, "grupo", "compatibilidade");
+        if (c.nick.size() + c.senha.size() > consulta.size() || g.size() > consulta.size())
+            std::abort();
     }
     // A prefix of a complete request is never complete with more bytes consumed
     if (tamanho > 1) {

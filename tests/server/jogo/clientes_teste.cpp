@@ -7,6 +7,7 @@
 #include "net/modsocketmaster.h"
 
 #include <QCoreApplication>
+#include <functional>
 #include <gtest/gtest.h>
 
 using namespace teste;
@@ -63,6 +64,46 @@ TEST(ClientesDoJogo, AsDuasBuscasRecebemAsMesmasRespostas) {
         base + "/testaporta/nvping.php?porta=" + std::to_string(s.rede->PortaRelay()), "Id", 4));
     EXPECT_NE(porta.find("RESP"), std::string::npos);
     EXPECT_NE(porta.find("Online"), std::string::npos);
+}
+
+TEST(ClientesDoJogo, SenhasComCaracteresReservados) {
+    // A password goes out as typed by either fetch: a new nick made through one and its
+    // login through the other both hold the whole password, and a cut one is refused
+    ServicoVivo s([](Opcoes& o) {
+        o.semLimites = true;
+        o.limiteCadastros = 10;
+    });
+    velmora::modSocketMaster mod;
+    velmora::ClienteGetConteudo cliente(mod);
+    velmora::dl controle;
+    using Busca = std::function<std::string(const std::string&)>;
+    const Busca nua = [&](const std::string& url) {
+        std::int32_t tempo = 4;
+        return cliente.GetConteudo(url, tempo);
+    };
+    const Busca web = [&](const std::string& url) {
+        return Limpa(controle.GetConteudo(url, "Id", 8));
+    };
+    const std::string base = s.Base() + "/html/cadastro.php?tipo=";
+    const std::vector<std::pair<std::string, std::string>> contas = {
+        {"ana", "a&b=cd"}, {"bia", "um#dois"}, {"caio", "50% de & #x = y"}, {"davi", "x&senha=y"}};
+    for (std::size_t i = 0; i < contas.size(); ++i) {
+        const auto& [nick, senha] = contas[i];
+        const Busca& cria = i % 2 == 0 ? web : nua;
+        const Busca& entra = i % 2 == 0 ? nua : web;
+        EXPECT_EQ(cria(base + "Cadastro&nick=" + nick + "&senha=" + senha + "&programa=Velmora"),
+                  "Resposta:#OK")
+            << senha;
+        for (const Busca* busca : {&nua, &web}) {
+            const auto login =
+                (*busca)(base + "Entrar&nick=" + nick + "&senha=" + senha + "&programa=Velmora");
+            EXPECT_EQ(Pedaco(login, "#", 2), "OK") << senha << (busca == &nua ? " (linha nua)" : " (web)");
+        }
+        const std::string cortada = senha.substr(0, senha.find_first_of("&#", 1));
+        EXPECT_EQ(entra(base + "Entrar&nick=" + nick + "&senha=" + cortada + "&programa=Velmora"),
+                  "Resposta:#NOT")
+            << cortada;
+    }
 }
 
 int main(int argc, char** argv) {
