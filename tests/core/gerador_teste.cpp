@@ -272,6 +272,14 @@ TEST(FazJogadaGerada, IgualAoPassoAPasso) {
                     ASSERT_TRUE(FazJogada(lenta, j.c.data(), n, conclui));
                     FazJogadaGerada(rapida, j.c.data(), n, conclui);
                     ASSERT_EQ(rapida, lenta) << JogadaEmNumeros(j) << " " << TextoComVez(base);
+                    if (!conclui) continue;
+                    // played in place and taken back: the same board, then the one before
+                    Posicao noLugar = base;
+                    Desfazer d;
+                    JogaNoLugar(noLugar, j.c.data(), n, d);
+                    ASSERT_EQ(noLugar, lenta) << JogadaEmNumeros(j) << " " << TextoComVez(base);
+                    DesfazJogada(noLugar, j.c.data(), n, d);
+                    ASSERT_EQ(noLugar, base) << JogadaEmNumeros(j) << " " << TextoComVez(base);
                 }
                 capturas += j.tam >= 6;
                 const int para = j.c[j.tam == 2 ? 1 : j.tam - 2];
@@ -300,6 +308,41 @@ TEST(Mascaras, SeguemOsLancesDeJogosAoAcaso) {
         JogosAoAcaso(rng, regra, 30, 100, confere);
     }
     EXPECT_GT(lances, 5000);
+}
+
+// Perft walks the tree on one position, playing each child in place and taking it back;
+// the plain way copies the position into every child. Both count the same leaves from
+// random boards and game positions under the four rule sets and both ways of listing, and
+// the position handed in comes back untouched.
+TEST(Perft, NoLugarContaOMesmoQueComCopias) {
+    std::mt19937 rng(1411);
+    std::vector<Posicao> posicoes = PosicoesAoAcaso(rng);
+    std::shuffle(posicoes.begin(), posicoes.end(), rng);
+    posicoes.resize(150);
+    posicoes.push_back(*PosicaoDoTexto(
+        "1,0,2,0,2,0,2,0,20,3,0,3,0,3,0,3,0,0,3,0,10,0,20,0,3,1,0,3,0,3,0,3,0,0,10,0,3,0,3,0,"
+        "1,3,0,3,0,3,0,3,0,0,3,0,10,0,3,0,3,20,0,3,0,1,0,3,0,"));
+    uint64_t folhas = 0;
+    for (const Posicao& base : posicoes) {
+        for (int regra = 1; regra <= 4; ++regra) {
+            for (ModoLista modo : {ModoLista::Humano, ModoLista::Computador}) {
+                uint64_t n[2];
+                for (bool atalho : {false, true}) {
+                    Gerador g;
+                    g.Regra = regra;
+                    g.Atalho = atalho;
+                    Posicao p = base;
+                    p.IniLista = 1;
+                    const Posicao antes = p;
+                    n[atalho] = Perft(g, p, 3, modo);
+                    ASSERT_EQ(p, antes);
+                }
+                ASSERT_EQ(n[1], n[0]) << TextoComVez(base) << " regra " << regra;
+                folhas += n[0];
+            }
+        }
+    }
+    EXPECT_GT(folhas, 100000u);
 }
 
 TEST(Perft, DaPosicaoInicial) {
