@@ -49,34 +49,18 @@ int Motor::No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa
         // the stored line and get no stored move of their own.
         if (todasDamas && naLinha) g.SegueLinha = i == ini ? 1 : 0;
         const Jogada& jogada = g.Slot(i);
+        Posicao copia = p;
+        FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
         int valor;
-        if (!Silencioso && fim == 1) {
+        if (!Silencioso && p.FimLista == 1) {
             valor = ValorPosicao(p);
             JogadaUnica = true;
-        } else if (!g.Atalho) {
-            // the plain way: the child on a copy of the position
-            Posicao copia = p;
-            FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
-            copia.IniLista = static_cast<int16_t>(fim + 1);
+        } else {
+            copia.IniLista = static_cast<int16_t>(p.FimLista + 1);
             copia.Vez = static_cast<uint8_t>(3 - p.Vez);
             Mascaras mc = m;
             AplicaJogada(mc, jogada.c.data(), jogada.tam, copia);
             valor = -No<Silencioso>(copia, mc, ply + 1, profundidade, -beta, -alfa);
-            if (g.Estouro) return melhor;
-        } else {
-            // The child is played on p itself and taken back afterwards.
-            Desfazer d;
-            JogaNoLugar(p, jogada.c.data(), jogada.tam, d);
-            Mascaras mc = m;
-            AplicaJogada(mc, jogada.c.data(), jogada.tam, p);
-            const uint8_t vez = p.Vez;
-            p.IniLista = static_cast<int16_t>(fim + 1);
-            p.Vez = static_cast<uint8_t>(3 - vez);
-            valor = -No<Silencioso>(p, mc, ply + 1, profundidade, -beta, -alfa);
-            p.Vez = vez;
-            p.IniLista = static_cast<int16_t>(ini);
-            p.FimLista = static_cast<int16_t>(fim);
-            DesfazJogada(p, jogada.c.data(), jogada.tam, d);
             if (g.Estouro) return melhor;
         }
         if (valor > melhor) {
@@ -96,20 +80,12 @@ int Motor::No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa
     return melhor;
 }
 
-// The tree is walked on a copy of p: the lists read the board being played (ctx.Atual,
-// often p itself) for the all-kings test, and it must stay as it is meanwhile.
 int Motor::AlfaBeta(Posicao& p, int ply, int profundidade, int alfa, int beta) {
-    Posicao trabalho = p;
-    const int v = No<false>(trabalho, LeMascaras(trabalho), ply, profundidade, alfa, beta);
-    p = trabalho;
-    return v;
+    return No<false>(p, LeMascaras(p), ply, profundidade, alfa, beta);
 }
 
 int Motor::AlfaBetaSilencioso(Posicao& p, int ply, int profundidade, int alfa, int beta) {
-    Posicao trabalho = p;
-    const int v = No<true>(trabalho, LeMascaras(trabalho), ply, profundidade, alfa, beta);
-    p = trabalho;
-    return v;
+    return No<true>(p, LeMascaras(p), ply, profundidade, alfa, beta);
 }
 
 int Motor::Aprofunda(Posicao& raiz, double segundos, int profMaxima, bool silencioso) {
