@@ -349,8 +349,6 @@ template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&&
     // written into the slots could otherwise be any of them, and each would be read again.
     std::array<uint8_t, 101> C;
     std::memcpy(C.data(), p.Casas.data(), C.size());
-    std::array<uint8_t, 13> casas;
-    for (int i = 1; i <= 12; ++i) casas[i] = p.Peca(numero(i), lado) & 127;
     Jogada* const lista = ListaJogadas.get();
     int proxima = ProximaLivre;
     // The stored move of the line stands first already; its copy in the list is dropped.
@@ -371,7 +369,7 @@ template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&&
     const int* ordemDama = lado == 1 ? ordemTodas : ordemTodasInversa;
     int rodada[5] = {4, 0, 0, 0, 0};
     for (int i = 1; i <= 12; ++i) {
-        const int casa = casas[i];
+        const int casa = p.Peca(numero(i), lado) & 127;
         if (casa == 0) continue;
         if (!(C[casa] & DAMA)) {
             oferece(casa, casa + f1);
