@@ -310,6 +310,44 @@ TEST(Mascaras, SeguemOsLancesDeJogosAoAcaso) {
     EXPECT_GT(lances, 5000);
 }
 
+// A king that takes four pieces round a square can end where it began, and a man can be
+// crowned by a plain move or at the end of a capture: played in place, each move of these
+// lists leaves the board the step-by-step way does, and taken back, the board it found.
+TEST(JogaNoLugar, VoltaAoComecoCoroacaoEDesfaz) {
+    const Posicao posicoes[] = {
+        Pos(1, {{64, 10}, {55, 2}, {35, 2}, {33, 2}, {53, 20}, {86, 1}}),
+        Pos(2, {{64, 20}, {55, 1}, {35, 10}, {33, 1}, {53, 1}, {17, 2}}),
+        Pos(1, {{24, 1}, {35, 1}, {13, 2}, {26, 2}, {15, 20}}),
+        Pos(2, {{75, 2}, {86, 1}, {42, 10}}),
+    };
+    int voltas = 0, coroacoes = 0;
+    for (const Posicao& base : posicoes) {
+        for (int regra = 1; regra <= 4; ++regra) {
+            Gerador g;
+            g.Regra = regra;
+            Posicao p = base;
+            p.IniLista = 1;
+            g.ListaHumano(p);
+            ASSERT_GE(p.FimLista, p.IniLista) << TextoComVez(base);
+            for (int i = p.IniLista; i <= p.FimLista; ++i) {
+                const Jogada& j = g.Slot(i);
+                Posicao lenta = base, noLugar = base;
+                ASSERT_TRUE(FazJogada(lenta, j.c.data(), j.tam, true));
+                Desfazer d;
+                JogaNoLugar(noLugar, j.c.data(), j.tam, d);
+                ASSERT_EQ(noLugar, lenta) << JogadaEmNumeros(j) << " regra " << regra;
+                DesfazJogada(noLugar, j.c.data(), j.tam, d);
+                ASSERT_EQ(noLugar, base) << JogadaEmNumeros(j) << " regra " << regra;
+                const int para = j.c[j.tam == 2 ? 1 : j.tam - 2];
+                voltas += para == j.c[0];
+                coroacoes += !(base.Casas[j.c[0]] & DAMA) && (lenta.Casas[para] & DAMA);
+            }
+        }
+    }
+    EXPECT_GE(voltas, 4);    // the ring of each king, under every rule set
+    EXPECT_GE(coroacoes, 8); // both sides' men, plain and taking
+}
+
 // Perft walks the tree on one position, playing each child in place and taking it back;
 // the plain way copies the position into every child. Both count the same leaves from
 // random boards and game positions under the four rule sets and both ways of listing.
