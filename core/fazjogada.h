@@ -104,6 +104,69 @@ inline void FazJogadaGerada(Posicao& p, const uint8_t* s, int n, bool Conclui) {
     p.Saldo = static_cast<int16_t>(p.Saldo + (lado == 1 ? ganho : -ganho));
 }
 
+// What a whole move played in place changed, so that it can be taken back: perft and the
+// search walk the tree on one position instead of copying it into every child.
+struct Desfazer {
+    int16_t saldo;
+    uint8_t peca;             // the byte of the moving piece on its first square
+    uint8_t pecaAntes;        // its entry in Pecas
+    uint8_t tomadas[12];      // the bytes of the jumped squares, in the move's order
+    uint8_t numerosAntes[12]; // the Pecas entries of the jumped pieces
+};
+
+// FazJogadaGerada of a whole move (crowning, points by direction), keeping in `d` what
+// DesfazJogada needs to give the position back.
+void JogaCapturaNoLugar(Posicao& p, const uint8_t* s, int n, Desfazer& d);
+void DesfazCaptura(Posicao& p, const uint8_t* s, int n, const Desfazer& d);
+
+// A plain move (from, to) played in place: the common case, kept apart so that a loop over
+// a list of plain moves needs nothing else.
+inline void JogaSimplesNoLugar(Posicao& p, int de, int para, Desfazer& d) {
+    const int lado = p.Vez;
+    uint8_t peca = p.Casas[de];
+    d.saldo = p.Saldo;
+    d.peca = peca;
+    d.pecaAntes = 0;
+    p.Casas[de] = 0;
+    const int fundo = lado == 1 ? 12 : 82; // first square of the mover's far row
+    int ganho = 0;
+    if (static_cast<unsigned>(para - fundo) < 8u && peca != 0 && !(peca & DAMA)) {
+        peca |= DAMA;
+        ganho = lado == 1 ? 20 : -20;
+    }
+    p.Casas[para] = peca;
+    const int numero = peca & NUMERO;
+    if (numero >= 1 && numero <= 12) {
+        uint8_t& entrada = p.Pecas[numero][lado - 1];
+        d.pecaAntes = entrada;
+        entrada = static_cast<uint8_t>(para | (peca & DAMA));
+    }
+    p.Saldo = static_cast<int16_t>(p.Saldo + ganho);
+}
+
+inline void DesfazSimples(Posicao& p, int de, int para, const Desfazer& d) {
+    p.Casas[para] = 0;
+    p.Casas[de] = d.peca;
+    const int numero = d.peca & NUMERO;
+    if (numero >= 1 && numero <= 12) p.Pecas[numero][p.Vez - 1] = d.pecaAntes;
+    p.Saldo = d.saldo;
+}
+
+inline void JogaNoLugar(Posicao& p, const uint8_t* s, int n, Desfazer& d) {
+    if (n == 2) [[likely]]
+        JogaSimplesNoLugar(p, s[0], s[1], d);
+    else
+        JogaCapturaNoLugar(p, s, n, d);
+}
+
+// Takes back the move s[0..n) that JogaNoLugar played on p; p.Vez is the mover's again.
+inline void DesfazJogada(Posicao& p, const uint8_t* s, int n, const Desfazer& d) {
+    if (n == 2) [[likely]]
+        DesfazSimples(p, s[0], s[1], d);
+    else
+        DesfazCaptura(p, s, n, d);
+}
+
 // True when every square the move names lies on the board; a move from the peer is played
 // only then.
 bool JogadaNoTabuleiro(const uint8_t* s, int n);

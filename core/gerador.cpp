@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <type_traits>
 
 namespace velmora {
 
@@ -349,53 +350,62 @@ template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&&
     // written into the slots could otherwise be any of them, and each would be read again.
     std::array<uint8_t, 101> C;
     std::memcpy(C.data(), p.Casas.data(), C.size());
-    std::array<uint8_t, 13> casas;
-    for (int i = 1; i <= 12; ++i) casas[i] = p.Peca(numero(i), lado) & 127;
     Jogada* const lista = ListaJogadas.get();
     int proxima = ProximaLivre;
     // The stored move of the line stands first already; its copy in the list is dropped.
+    // Most nodes have none, and their offers skip that test.
     const Jogada& guardada = lista[iniNo];
     const bool comGuardada = SegueLinha && guardada.tam == 2;
     const int gDe = comGuardada ? guardada.c[0] : 0, gPara = comGuardada ? guardada.c[1] : 0;
-    auto oferece = [&](int de, int para) {
-        // Written always (length and both squares in one store; the byte after them is
-        // free), kept only when the square is free and it isn't the stored move.
-        const uint32_t palavra =
-            2u | static_cast<uint32_t>(de) << 8 | static_cast<uint32_t>(para) << 16;
-        std::memcpy(reinterpret_cast<unsigned char*>(lista + proxima + 1), &palavra,
-                    sizeof palavra);
-        proxima += (C[para] == 0) & !(de == gDe && para == gPara);
+    auto percorre = [&](auto testaGuardada) {
+        // A move is written as one word: its length, its first square (in `base`, once per
+        // piece) and its second square. Written always (the byte after them is free), kept
+        // only when the square is free and it isn't the stored move.
+        auto oferece = [&](uint32_t base, int para) {
+            const uint32_t palavra = base | static_cast<uint32_t>(para) << 16;
+            std::memcpy(reinterpret_cast<unsigned char*>(lista + proxima + 1), &palavra,
+                        sizeof palavra);
+            if constexpr (decltype(testaGuardada)::value)
+                proxima += (C[para] == 0) & !(static_cast<int>(base >> 8) == gDe && para == gPara);
+            else
+                proxima += C[para] == 0;
+        };
+        // A king's directions in its generator's order: under rule set 1 side 2 draws its
+        // first direction for each king, as GeraRegra1 does.
+        const int* ordemDama = lado == 1 ? ordemTodas : ordemTodasInversa;
+        int rodada[5] = {4, 0, 0, 0, 0};
+        for (int i = 1; i <= 12; ++i) {
+            const int casa = p.Peca(numero(i), lado) & 127;
+            if (casa == 0) continue;
+            const uint32_t base = 2u | static_cast<uint32_t>(casa) << 8;
+            if (!(C[casa] & DAMA)) {
+                oferece(base, casa + f1);
+                oferece(base, casa + f2);
+                continue;
+            }
+            if (Regra == 4) { // a short king: one step each way
+                for (int k = 1; k <= 4; ++k) oferece(base, casa + Direcoes[ordemDama[k]]);
+                continue;
+            }
+            const int* ordem = ordemTodas;
+            if (Regra == 1 && lado == 2) {
+                const int r = Rotacao();
+                for (int k = 1; k <= 4; ++k) rodada[k] = r + k > 4 ? r + k - 4 : r + k;
+                ordem = rodada;
+            } else if (Regra != 1) {
+                ordem = ordemDama;
+            }
+            // A flying king with nothing to take: every free square up to the first piece.
+            for (int k = 1; k <= 4; ++k) {
+                const int passo = Direcoes[ordem[k]];
+                for (int w = casa + passo; C[w] == 0; w += passo) oferece(base, w);
+            }
+        }
     };
-    // A king's directions in its generator's order: under rule set 1 side 2 draws its
-    // first direction for each king, as GeraRegra1 does.
-    const int* ordemDama = lado == 1 ? ordemTodas : ordemTodasInversa;
-    int rodada[5] = {4, 0, 0, 0, 0};
-    for (int i = 1; i <= 12; ++i) {
-        const int casa = casas[i];
-        if (casa == 0) continue;
-        if (!(C[casa] & DAMA)) {
-            oferece(casa, casa + f1);
-            oferece(casa, casa + f2);
-            continue;
-        }
-        if (Regra == 4) { // a short king: one step each way
-            for (int k = 1; k <= 4; ++k) oferece(casa, casa + Direcoes[ordemDama[k]]);
-            continue;
-        }
-        const int* ordem = ordemTodas;
-        if (Regra == 1 && lado == 2) {
-            const int r = Rotacao();
-            for (int k = 1; k <= 4; ++k) rodada[k] = r + k > 4 ? r + k - 4 : r + k;
-            ordem = rodada;
-        } else if (Regra != 1) {
-            ordem = ordemDama;
-        }
-        // A flying king with nothing to take: every free square up to the first piece.
-        for (int k = 1; k <= 4; ++k) {
-            const int passo = Direcoes[ordem[k]];
-            for (int w = casa + passo; C[w] == 0; w += passo) oferece(casa, w);
-        }
-    }
+    if (comGuardada)
+        percorre(std::true_type{});
+    else
+        percorre(std::false_type{});
     ProximaLivre = proxima;
 }
 

@@ -272,6 +272,14 @@ TEST(FazJogadaGerada, IgualAoPassoAPasso) {
                     ASSERT_TRUE(FazJogada(lenta, j.c.data(), n, conclui));
                     FazJogadaGerada(rapida, j.c.data(), n, conclui);
                     ASSERT_EQ(rapida, lenta) << JogadaEmNumeros(j) << " " << TextoComVez(base);
+                    if (!conclui) continue;
+                    // played in place and taken back: the same board, then the one before
+                    Posicao noLugar = base;
+                    Desfazer d;
+                    JogaNoLugar(noLugar, j.c.data(), n, d);
+                    ASSERT_EQ(noLugar, lenta) << JogadaEmNumeros(j) << " " << TextoComVez(base);
+                    DesfazJogada(noLugar, j.c.data(), n, d);
+                    ASSERT_EQ(noLugar, base) << JogadaEmNumeros(j) << " " << TextoComVez(base);
                 }
                 capturas += j.tam >= 6;
                 const int para = j.c[j.tam == 2 ? 1 : j.tam - 2];
@@ -300,6 +308,76 @@ TEST(Mascaras, SeguemOsLancesDeJogosAoAcaso) {
         JogosAoAcaso(rng, regra, 30, 100, confere);
     }
     EXPECT_GT(lances, 5000);
+}
+
+// A king that takes four pieces round a square can end where it began, and a man can be
+// crowned by a plain move or at the end of a capture: played in place, each move of these
+// lists leaves the board the step-by-step way does, and taken back, the board it found.
+TEST(JogaNoLugar, VoltaAoComecoCoroacaoEDesfaz) {
+    const Posicao posicoes[] = {
+        Pos(1, {{64, 10}, {55, 2}, {35, 2}, {33, 2}, {53, 20}, {86, 1}}),
+        Pos(2, {{64, 20}, {55, 1}, {35, 10}, {33, 1}, {53, 1}, {17, 2}}),
+        Pos(1, {{24, 1}, {35, 1}, {13, 2}, {26, 2}, {15, 20}}),
+        Pos(2, {{75, 2}, {86, 1}, {42, 10}}),
+    };
+    int voltas = 0, coroacoes = 0;
+    for (const Posicao& base : posicoes) {
+        for (int regra = 1; regra <= 4; ++regra) {
+            Gerador g;
+            g.Regra = regra;
+            Posicao p = base;
+            p.IniLista = 1;
+            g.ListaHumano(p);
+            ASSERT_GE(p.FimLista, p.IniLista) << TextoComVez(base);
+            for (int i = p.IniLista; i <= p.FimLista; ++i) {
+                const Jogada& j = g.Slot(i);
+                Posicao lenta = base, noLugar = base;
+                ASSERT_TRUE(FazJogada(lenta, j.c.data(), j.tam, true));
+                Desfazer d;
+                JogaNoLugar(noLugar, j.c.data(), j.tam, d);
+                ASSERT_EQ(noLugar, lenta) << JogadaEmNumeros(j) << " regra " << regra;
+                DesfazJogada(noLugar, j.c.data(), j.tam, d);
+                ASSERT_EQ(noLugar, base) << JogadaEmNumeros(j) << " regra " << regra;
+                const int para = j.c[j.tam == 2 ? 1 : j.tam - 2];
+                voltas += para == j.c[0];
+                coroacoes += !(base.Casas[j.c[0]] & DAMA) && (lenta.Casas[para] & DAMA);
+            }
+        }
+    }
+    EXPECT_GE(voltas, 4);    // the ring of each king, under every rule set
+    EXPECT_GE(coroacoes, 8); // both sides' men, plain and taking
+}
+
+// Perft walks the tree on one position, playing each child in place and taking it back;
+// the plain way copies the position into every child. Both count the same leaves from
+// random boards and game positions under the four rule sets and both ways of listing.
+TEST(Perft, NoLugarContaOMesmoQueComCopias) {
+    std::mt19937 rng(1411);
+    std::vector<Posicao> posicoes = PosicoesAoAcaso(rng);
+    std::shuffle(posicoes.begin(), posicoes.end(), rng);
+    posicoes.resize(150);
+    posicoes.push_back(*PosicaoDoTexto(
+        "1,0,2,0,2,0,2,0,20,3,0,3,0,3,0,3,0,0,3,0,10,0,20,0,3,1,0,3,0,3,0,3,0,0,10,0,3,0,3,0,"
+        "1,3,0,3,0,3,0,3,0,0,3,0,10,0,3,0,3,20,0,3,0,1,0,3,0,"));
+    uint64_t folhas = 0;
+    for (const Posicao& base : posicoes) {
+        for (int regra = 1; regra <= 4; ++regra) {
+            for (ModoLista modo : {ModoLista::Humano, ModoLista::Computador}) {
+                uint64_t n[2];
+                for (bool atalho : {false, true}) {
+                    Gerador g;
+                    g.Regra = regra;
+                    g.Atalho = atalho;
+                    Posicao p = base;
+                    p.IniLista = 1;
+                    n[atalho] = Perft(g, p, 3, modo);
+                }
+                ASSERT_EQ(n[1], n[0]) << TextoComVez(base) << " regra " << regra;
+                folhas += n[0];
+            }
+        }
+    }
+    EXPECT_GT(folhas, 100000u);
 }
 
 TEST(Perft, DaPosicaoInicial) {
