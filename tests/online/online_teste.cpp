@@ -198,7 +198,9 @@ std::string NoPainel(long pontos) {
 }
 
 // One copy of velmora-cli with its own settings and data folders. `bloqueios` is the copy's
-// block list, put into its settings through the program's own import before it starts.
+// block list, put into its settings through the program's own import before it starts,
+// with a port of its own for the direct way (so that tests running side by side never
+// reach each other's copies).
 class Copia {
   public:
     Copia(const std::string& endereco, const std::vector<std::string>& args,
@@ -207,10 +209,11 @@ class Copia {
         ambiente_ = {"VELMORA_SERVICO=" + endereco, "VELMORA_DADOS=" + (pasta_ / "dados").string(),
                      "VELMORA_CONFIG=" + (pasta_ / "registro.reg").string(),
                      "QT_QPA_PLATFORM=offscreen"};
-        if (!bloqueios.empty()) {
-            const fs::path arquivo = pasta_ / "bloqueios.reg";
+        {
+            const fs::path arquivo = pasta_ / "ajustes.reg";
             std::ofstream f(arquivo, std::ios::binary);
             f << "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\Software\\Norvane\\Velmora Ace]\r\n";
+            f << "\"mpt\"=\"" << PortaLivre() << "\"\r\n";
             for (std::size_t k = 0; k < bloqueios.size(); ++k)
                 f << "\"block" << k + 1 << "\"=\"" << bloqueios[k] << "\"\r\n";
             f.close();
@@ -336,9 +339,10 @@ TEST(OnlineLento, BloqueadosNoRelayEncontroPeloCaminhoDireto) {
     ASSERT_EQ(sb, 0) << ob;
     EXPECT_TRUE(Tem(oa, "com bruno")) << oa;
     EXPECT_TRUE(Tem(ob, "com ana")) << ob;
-    // the direct way: the first to get there listens on the default port (the second finds
-    // it taken), and one dials the other's masked address
+    // the direct way: each listens on its port, which the service's test reaches, and one
+    // dials the other's masked address
     EXPECT_TRUE(Tem(oa, "Porta: OK")) << oa;
+    EXPECT_TRUE(Tem(ob, "Porta: OK")) << ob;
     EXPECT_TRUE(Tem(oa + ob, "Conectar a: ???.?.?.?")) << oa << ob;
     const bool anaVenceu = Tem(oa, "Resultado: ana venceu");
     const bool brunoVenceu = Tem(oa, "Resultado: bruno venceu");
