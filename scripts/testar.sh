@@ -6,7 +6,9 @@ cd "$(dirname "$0")/.."
 ./scripts/dependencias.sh
 export QT_QPA_PLATFORM=offscreen
 
-cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELMORA_WERROR=ON
+# A unity build: the headers are parsed once per batch of files (see cmake/unidade.cmake)
+cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELMORA_WERROR=ON \
+  -DCMAKE_UNITY_BUILD=ON
 cmake --build build -j"$(nproc)"
 ctest --test-dir build --output-on-failure -j"$(nproc)"
 
