@@ -79,11 +79,8 @@ void Relato::Mostra() {
         visto = agora;
         if (agora.empty()) continue;
         std::printf("%s\n", agora.c_str());
-        if (agora == "Jogo empatado") {
-            // The draw counter's draw: the next game starts at once on both copies, and
-            // leaving now would hand the other a win, so it does not count towards --jogos
-            std::printf("Resultado: empate\n");
-        } else if (agora == "Você aceitou" || agora == c.Jogador[2].Nome + " aceitou o empate") {
+        if (agora == "Jogo empatado" || agora == "Você aceitou" ||
+            agora == c.Jogador[2].Nome + " aceitou o empate") {
             std::printf("Resultado: empate\n");
             ++terminados;
         }
