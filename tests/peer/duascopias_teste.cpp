@@ -111,7 +111,7 @@ void Sessao(int regra, int jogos, const std::string& ip) {
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     Processo c = Inicia(pasta.caminho, "c",
                         "--rede " + ip + ":" + std::to_string(porta) + " --nome1 Clía" + comum);
-    Aguarda(c, 150);
+    Aguarda(c, 240);
     Aguarda(s, 20);
     const std::string ts = s.Texto(), tc = c.Texto();
     ASSERT_EQ(s.codigo, 0) << ts;
