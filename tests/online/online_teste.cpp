@@ -435,8 +435,9 @@ TEST(OnlineLento, VisitanteJogaSemPontos) {
         EXPECT_TRUE(Tem(oa, "Pontos de ana: " + NoPainel(pa))) << oa;
         // the visitor sees the totals when it saw the win; a visitor that left straight
         // after a draw by the counter may be gone before ana's side reached the same end
-        if (Tem(ov, "Resultado: ana venceu"))
+        if (Tem(ov, "Resultado: ana venceu")) {
             EXPECT_TRUE(Tem(ov, "Pontos de ana: " + NoPainel(pa))) << ov;
+        }
     } else {
         // a visitor's win, or a draw, gives nobody anything
         EXPECT_LE(pa, 1000);
