@@ -174,18 +174,12 @@ int ComandoPartidaOnline(const Argumentos& args) {
     if (!lidos) return ErroDeUso(erro);
     const Ajustes a = *lidos;
 
-    int argc = 1;
-    char nomeProg[] = "velmora-cli";
-    char* argv[] = {nomeProg, nullptr};
-    QCoreApplication app(argc, argv);
-    modSocketMaster mod;
-    Linhas linhas;
-    TelaRede tela(a, linhas);
-    RelogioReal relogio;
-    ValoresDoPrograma valores;
-    valores.CaminhoApp = CaminhoDoPrograma(QCoreApplication::applicationDirPath().toStdString());
-    Form1 form(tela, relogio, valores);
-    ConexaoPeer peer(form, mod, &tela);
+    MesaRede<TelaRede> mesa(a);
+    auto& mod = mesa.mod;
+    auto& linhas = mesa.linhas;
+    auto& tela = mesa.tela;
+    auto& form = mesa.form;
+    auto& peer = mesa.peer;
     ClienteGetConteudo wsg(mod);
     Laco laco;
     BuscasReais buscas(wsg, laco);

@@ -3,8 +3,12 @@
 // standard input read while the game's events run, the terminal as the game's screen, the
 // report of boards and results, the commands typed during a game, the computer's turn of a
 // connected game and the moment between two games.
+#include "net/modsocketmaster.h"
 #include "peer/conexaopeer.h"
 #include "session/form1.h"
+#include "session/relogio.h"
+
+#include <QCoreApplication>
 
 #include <QSocketNotifier>
 
@@ -207,5 +211,35 @@ void RodaAteEncerrar(Form1& f, Relato& relato);
 
 // The final score line.
 void ImprimePlacar(const Form1& f);
+
+// What a networked game of the command line runs on, built in this order: the Qt
+// application, the sockets, the lines typed, the terminal as screen, the board window and
+// its peer link. `Tela` is the game's own screen, made from its settings and the lines.
+template <class Tela> struct MesaRede {
+    template <class Ajustes>
+    explicit MesaRede(const Ajustes& a)
+        : app(argc, argv), tela(a, linhas), form(tela, relogio, Valores()), peer(form, mod, &tela) {
+    }
+    MesaRede(const MesaRede&) = delete;
+    MesaRede& operator=(const MesaRede&) = delete;
+
+    int argc = 1;
+    char nomeProg[12] = "velmora-cli";
+    char* argv[2] = {nomeProg, nullptr};
+    QCoreApplication app;
+    modSocketMaster mod;
+    Linhas linhas;
+    Tela tela;
+    RelogioReal relogio;
+    Form1 form;
+    ConexaoPeer peer;
+
+  private:
+    static ValoresDoPrograma Valores() {
+        ValoresDoPrograma v;
+        v.CaminhoApp = CaminhoDoPrograma(QCoreApplication::applicationDirPath().toStdString());
+        return v;
+    }
+};
 
 } // namespace velmora::cli
