@@ -240,26 +240,25 @@ void Gerador::GeraDama(Posicao& p, int casa, int saltos, Jogada& texto, int barr
 
 namespace {
 
-// The squares along each direction from each square, up to the edge of the board.
+// The squares along each direction from each square (bits of the masks), up to the edge
+// of the board.
 constexpr auto Raios = [] {
-    std::array<std::array<Mascara, 5>, 101> r{};
-    for (int s = 12; s <= 89; ++s) {
-        if (!CasaDoTabuleiro(s)) continue;
+    std::array<std::array<Mascara, 5>, 64> r{};
+    for (int i = 0; i < 64; ++i) {
+        const int s = CasaDoBit(i);
         for (int d = 1; d <= 4; ++d)
-            for (int w = s + Direcoes[d]; CasaDoTabuleiro(w); w += Direcoes[d]) r[s][d] |= Bit(w);
+            for (int w = s + Direcoes[d]; CasaDoTabuleiro(w); w += Direcoes[d]) r[i][d] |= Bit(w);
     }
     return r;
 }();
 
 // The first square of m met going along direction d (m not empty): the lowest going
-// towards higher squares, the highest going the other way.
+// down the board, the highest going up.
 inline int PrimeiraCasa(Mascara m, int d) {
-    const auto baixo = static_cast<uint64_t>(m), alto = static_cast<uint64_t>(m >> 64);
-    if (d >= 3) return baixo ? __builtin_ctzll(baixo) : 64 + __builtin_ctzll(alto);
-    return alto ? 127 - __builtin_clzll(alto) : 63 - __builtin_clzll(baixo);
+    return d >= 3 ? __builtin_ctzll(m) : 63 - __builtin_clzll(m);
 }
 
-// 1 when the first piece that a flying king on s meets along direction d, past free
+// 1 when the first piece that a flying king on bit s meets along direction d, past free
 // squares and before the edge, is in `alvos`: the pieces that are not the king's own and
 // have a free square behind them along d.
 inline int SaltaLonge(int s, int d, Mascara ocupadas, Mascara alvos) {
@@ -269,37 +268,32 @@ inline int SaltaLonge(int s, int d, Mascara ocupadas, Mascara alvos) {
     return static_cast<int>((alvos >> w) & 1);
 }
 
-// Moves the bit of square s + d to square s.
+// Moves the bit of the square one mailbox step `d` away onto the square itself.
 template <int d> inline Mascara Ve(Mascara m) {
-    if constexpr (d > 0)
-        return m >> d;
+    constexpr int b = PassoDoBit(d);
+    if constexpr (b > 0)
+        return m >> b;
     else
-        return m << -d;
+        return m << -b;
 }
 
 // Short jumps along step d from the pieces of `de` over those of `inimigas`.
 template <int d> inline Mascara Salta(Mascara de, Mascara inimigas, Mascara vazias) {
-    return de & Ve<d>(inimigas) & Ve<2 * d>(vazias);
+    return de & Ve<d>(inimigas) & Ve<d>(Ve<d>(vazias));
 }
 
-// The bit of one square, read from the half of the mask that holds it.
 inline bool TemCasa(Mascara m, int casa) {
-    const auto metade = static_cast<uint64_t>(casa < 64 ? m : m >> 64);
-    return (metade >> (casa & 63)) & 1;
-}
-
-inline int MenorCasa(Mascara m) {
-    const auto baixo = static_cast<uint64_t>(m);
-    return baixo ? __builtin_ctzll(baixo) : 64 + __builtin_ctzll(static_cast<uint64_t>(m >> 64));
+    return (m & Bit(casa)) != 0;
 }
 
 // The mover's pieces are taken from the masks of the mailbox: in every position that
 // MontaPosicao and FazJogada build they are exactly the pieces of Pecas, each with its
-// number. A piece without a number (a thirteenth one) leaves the question to the slow way.
+// number. A piece without a number (a thirteenth one) or on a light square leaves the
+// question to the slow way.
 template <int Lado> Gerador::Analise AnalisaLado(const Mascaras& m, int regra) {
     constexpr int f1 = Lado == 1 ? -11 : 11, f2 = Lado == 1 ? -9 : 9;
     Gerador::Analise a;
-    if (m.semNumero[Lado - 1]) return a;
+    if (m.soLenta[Lado - 1]) return a;
     const Mascara proprias = m.lados[Lado - 1], inimigas = m.lados[2 - Lado], v = m.vazias;
     const Mascara damas = proprias & m.damas, homens = proprias & ~m.damas;
     const Mascara anda = (homens & (Ve<f1>(v) | Ve<f2>(v))) |
@@ -316,11 +310,11 @@ template <int Lado> Gerador::Analise AnalisaLado(const Mascaras& m, int regra) {
         const Mascara alvos[5] = {0, alheias & Ve<-11>(v), alheias & Ve<-9>(v), alheias & Ve<9>(v),
                                   alheias & Ve<11>(v)};
         for (Mascara resto = damas; resto; resto &= resto - 1) {
-            const int s = MenorCasa(resto);
+            const int s = __builtin_ctzll(resto);
             const int toma =
                 SaltaLonge(s, 1, ocupadas, alvos[1]) | SaltaLonge(s, 2, ocupadas, alvos[2]) |
                 SaltaLonge(s, 3, ocupadas, alvos[3]) | SaltaLonge(s, 4, ocupadas, alvos[4]);
-            if (toma) a.tomam |= Bit(s);
+            if (toma) a.tomam |= resto & -resto;
         }
     }
     a.tipo = a.tomam ? 3 : anda ? 2 : 1;

@@ -1,9 +1,10 @@
 #pragma once
-// The board as bit masks, one bit per mailbox square 0..95: the empty squares, each side's
-// pieces, the kings. Every square a piece on the board can reach in two steps lies in that
-// range, and the border squares are in no mask. A search reads them from the mailbox once
-// and carries them down move by move, so that a node learns which pieces can take without
-// looking at the squares one by one.
+// The board as 64-bit masks, one bit per square of the 8 by 8 board in reading order (row 1
+// of the mailbox is bits 0..7): the empty dark squares, each side's pieces, the kings. A
+// diagonal step is a shift by 7 or 9; a step off the edge of a row wraps onto a light
+// square of another row, which is in no mask, so it finds neither a piece nor a free square.
+// A search reads the masks from the mailbox once and carries them down move by move, so
+// that a node learns which pieces can take without looking at the squares one by one.
 #include "core/posicao.h"
 
 #include <array>
@@ -11,19 +12,50 @@
 
 namespace velmora {
 
-using Mascara = unsigned __int128;
+using Mascara = uint64_t;
 
+// The bit of mailbox square `casa` (12..89 without the ring): row r, column c give bit
+// 8 * (r - 1) + c - 1.
+constexpr int IndiceDaCasa(int casa) {
+    return 8 * ((casa - 1) / 10 - 1) + (casa - 1) % 10 - 1;
+}
+// The mailbox square of bit i.
+constexpr int CasaDoBit(int i) {
+    return 10 * (i / 8 + 1) + i % 8 + 2;
+}
+
+inline constexpr std::array<Mascara, 101> BitsDasCasas = [] {
+    std::array<Mascara, 101> b{};
+    for (int s = 12; s <= 89; ++s)
+        if (s % 10 >= 2) b[s] = Mascara{1} << IndiceDaCasa(s);
+    return b;
+}();
+
+// The bit of a mailbox square; none for a square of the ring.
 constexpr Mascara Bit(int casa) {
-    return static_cast<Mascara>(1) << casa;
+    return BitsDasCasas[casa];
+}
+
+// The 32 dark squares, the only ones a piece moves on.
+inline constexpr Mascara CASAS_ESCURAS = [] {
+    Mascara m = 0;
+    for (int i = 0; i < 64; ++i)
+        if ((i / 8 + i % 8) % 2 == 1) m |= Mascara{1} << i;
+    return m;
+}();
+
+// The mailbox steps -11, -9, 9, 11 as shifts of the masks.
+constexpr int PassoDoBit(int passo) {
+    return passo == -11 ? -9 : passo == -9 ? -7 : passo == 9 ? 7 : 9;
 }
 
 struct Mascaras {
-    Mascara vazias = 0;
+    Mascara vazias = 0;             // empty dark squares
     std::array<Mascara, 2> lados{}; // squares holding the bit of side 1, of side 2
     Mascara damas = 0;
-    // A piece of that side without a piece number (a thirteenth one): only the slow way
-    // knows what such a board allows.
-    std::array<bool, 2> semNumero{};
+    // Only the slow way knows what such a board allows: a piece of that side without a
+    // piece number (a thirteenth one), or standing on a light square.
+    std::array<bool, 2> soLenta{};
     bool operator==(const Mascaras&) const = default;
 };
 
