@@ -240,24 +240,6 @@ void Gerador::GeraDama(Posicao& p, int casa, int saltos, Jogada& texto, int barr
 
 namespace {
 
-// The squares along each direction from each square (bits of the masks), up to the edge
-// of the board.
-constexpr auto Raios = [] {
-    std::array<std::array<Mascara, 5>, 64> r{};
-    for (int i = 0; i < 64; ++i) {
-        const int s = CasaDoBit(i);
-        for (int d = 1; d <= 4; ++d)
-            for (int w = s + Direcoes[d]; CasaDoTabuleiro(w); w += Direcoes[d]) r[i][d] |= Bit(w);
-    }
-    return r;
-}();
-
-// The first square of m met going along direction d (m not empty): the lowest going
-// down the board, the highest going up.
-inline int PrimeiraCasa(Mascara m, int d) {
-    return d >= 3 ? __builtin_ctzll(m) : 63 - __builtin_clzll(m);
-}
-
 // 1 when the first piece that a flying king on bit s meets along direction d, past free
 // squares and before the edge, is in `alvos`: the pieces that are not the king's own and
 // have a free square behind them along d.
@@ -266,15 +248,6 @@ inline int SaltaLonge(int s, int d, Mascara ocupadas, Mascara alvos) {
     if (!(x & alvos)) return 0; // nothing to take on this ray at all
     const int w = PrimeiraCasa(x, d);
     return static_cast<int>((alvos >> w) & 1);
-}
-
-// Moves the bit of the square one mailbox step `d` away onto the square itself.
-template <int d> inline Mascara Ve(Mascara m) {
-    constexpr int b = PassoDoBit(d);
-    if constexpr (b > 0)
-        return m >> b;
-    else
-        return m << -b;
 }
 
 // Short jumps along step d from the pieces of `de` over those of `inimigas`.

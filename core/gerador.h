@@ -84,6 +84,11 @@ class Gerador {
     void OrdemNatural();
     // Seeds the rotation of side 2's flying kings under rule set 1.
     void SemeiaRotacao(uint32_t semente) { rotacao = semente ? semente : 0x9e3779b9u; }
+    // Advances the rotation as a list of side 2 with `reis` flying kings under rule set 1
+    // does: perft plays its last ply without building the list.
+    void PulaRotacoes(int reis) {
+        while (reis-- > 0) Rotacao();
+    }
 
     int Regra = 1;
     int ProximaLivre = 0;

@@ -5,6 +5,7 @@
 // square of another row, which is in no mask, so it finds neither a piece nor a free square.
 // A search reads the masks from the mailbox once and carries them down move by move, so
 // that a node learns which pieces can take without looking at the squares one by one.
+#include "core/casas.h"
 #include "core/posicao.h"
 
 #include <array>
@@ -47,6 +48,42 @@ inline constexpr Mascara CASAS_ESCURAS = [] {
 // The mailbox steps -11, -9, 9, 11 as shifts of the masks.
 constexpr int PassoDoBit(int passo) {
     return passo == -11 ? -9 : passo == -9 ? -7 : passo == 9 ? 7 : 9;
+}
+
+// The squares along each direction from each square (bits of the masks), up to the edge
+// of the board.
+inline constexpr auto Raios = [] {
+    std::array<std::array<Mascara, 5>, 64> r{};
+    for (int i = 0; i < 64; ++i) {
+        const int s = CasaDoBit(i);
+        for (int d = 1; d <= 4; ++d)
+            for (int w = s + Direcoes[d]; CasaDoTabuleiro(w); w += Direcoes[d]) r[i][d] |= Bit(w);
+    }
+    return r;
+}();
+
+// The first square of m met going along direction d (m not empty): the lowest going
+// down the board, the highest going up.
+inline int PrimeiraCasa(Mascara m, int d) {
+    return d >= 3 ? __builtin_ctzll(m) : 63 - __builtin_clzll(m);
+}
+
+// Moves the bit of the square one mailbox step `d` away onto the square itself.
+template <int d> inline Mascara Ve(Mascara m) {
+    constexpr int b = PassoDoBit(d);
+    if constexpr (b > 0)
+        return m >> b;
+    else
+        return m << -b;
+}
+
+// Moves the squares of m one mailbox step `d` along: from s to s + d.
+template <int d> inline Mascara Anda(Mascara m) {
+    constexpr int b = PassoDoBit(d);
+    if constexpr (b > 0)
+        return m << b;
+    else
+        return m >> -b;
 }
 
 struct Mascaras {

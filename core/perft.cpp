@@ -11,9 +11,72 @@ inline void Observa(const Posicao& p) {
     asm volatile("" : : "m"(p));
 }
 
+inline void Observa(Mascara lado, Mascara vazias, Mascara damas, int saldo) {
+    asm volatile("" : : "r"(lado), "r"(vazias), "r"(damas), "r"(saldo));
+}
+
+// The last ply of a node where nothing can be taken: each plain move is played on the
+// masks and the balance, the child board made and observed, without a list or the mailbox.
+template <int Lado> uint64_t JogaFolhas(const Mascaras& m, int saldo, int regra) {
+    constexpr int f1 = Lado == 1 ? -11 : 11, f2 = Lado == 1 ? -9 : 9;
+    constexpr Mascara fundo = Lado == 1 ? Mascara{0xff} : Mascara{0xff} << 56;
+    constexpr int coroa = Lado == 1 ? 20 : -20;
+    const Mascara proprias = m.lados[Lado - 1], v = m.vazias;
+    const Mascara damas = proprias & m.damas, homens = proprias & ~m.damas;
+    uint64_t folhas = 0;
+    auto joga = [&](Mascara de, Mascara para, bool dama) {
+        const Mascara ambas = de | para;
+        Mascara novasDamas = m.damas;
+        int novoSaldo = saldo;
+        if (dama) {
+            novasDamas ^= ambas;
+        } else if (para & fundo) {
+            novasDamas |= para;
+            novoSaldo += coroa;
+        }
+        Observa(proprias ^ ambas, v ^ ambas, novasDamas, novoSaldo);
+        ++folhas;
+    };
+    auto passos = [&]<int d>(Mascara pecas, bool dama) {
+        for (Mascara b = pecas & Ve<d>(v); b; b &= b - 1) {
+            const Mascara de = b & -b;
+            joga(de, Anda<d>(de), dama);
+        }
+    };
+    passos.template operator()<f1>(homens, false);
+    passos.template operator()<f2>(homens, false);
+    if (regra == 4) {
+        passos.template operator()<-11>(damas, true);
+        passos.template operator()<-9>(damas, true);
+        passos.template operator()<9>(damas, true);
+        passos.template operator()<11>(damas, true);
+        return folhas;
+    }
+    for (Mascara resto = damas; resto; resto &= resto - 1) {
+        const int s = __builtin_ctzll(resto);
+        const Mascara de = resto & -resto;
+        for (int d = 1; d <= 4; ++d) {
+            // the free squares up to the first piece met, or the edge
+            Mascara livres = Raios[s][d];
+            const Mascara bloqueio = livres & ~v;
+            if (bloqueio) {
+                const int w = PrimeiraCasa(bloqueio, d);
+                livres &= ~(Raios[w][d] | Mascara{1} << w);
+            }
+            for (; livres; livres &= livres - 1) joga(de, livres & -livres, true);
+        }
+    }
+    return folhas;
+}
+
 // m: the masks of p, carried down from the root.
 uint64_t Conta(Gerador& g, Posicao& p, const Mascaras& m, int prof, ModoLista modo) {
     const Gerador::Analise a = g.Atalho ? g.Analisa(p, m) : Gerador::Analise{};
+    if (prof == 1 && a.tipo == 2) {
+        // the list would stand in this order's rotation: it is kept turning
+        if (g.Regra == 1 && p.Vez == 2) g.PulaRotacoes(__builtin_popcountll(m.lados[1] & m.damas));
+        return p.Vez == 1 ? JogaFolhas<1>(m, p.Saldo, g.Regra) : JogaFolhas<2>(m, p.Saldo, g.Regra);
+    }
     if (modo == ModoLista::Humano)
         g.ListaHumano(p, a);
     else
@@ -40,18 +103,6 @@ uint64_t Conta(Gerador& g, Posicao& p, const Mascaras& m, int prof, ModoLista mo
         return total;
     }
     // The children are played on p itself and taken back: no copy of the position.
-    if (prof == 1 && g.MaiorTexto == 2) {
-        // a list of plain moves only: the leaves' loop needs nothing else
-        for (int i = p.IniLista; i <= p.FimLista; ++i) {
-            const Jogada& j = g.Slot(i);
-            const int de = j.c[0], para = j.c[1];
-            Desfazer d;
-            JogaSimplesNoLugar(p, de, para, d);
-            Observa(p);
-            DesfazSimples(p, de, para, d);
-        }
-        return static_cast<uint64_t>(p.FimLista - p.IniLista + 1);
-    }
     const int ini = p.IniLista, fim = p.FimLista;
     const uint8_t vez = p.Vez;
     Desfazer d;
