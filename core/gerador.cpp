@@ -291,6 +291,7 @@ template <int Lado> Gerador::Analise AnalisaLado(const Mascaras& m, int regra) {
         }
     }
     a.tipo = a.tomam ? 3 : anda ? 2 : 1;
+    a.pecas = proprias;
     return a;
 }
 
@@ -301,9 +302,13 @@ Gerador::Analise Gerador::Analisa(const Posicao& p) const {
 }
 
 Gerador::Analise Gerador::Analisa(const Posicao& p, const Mascaras& m) const {
+    return Analisa(p.Vez, m);
+}
+
+Gerador::Analise Gerador::Analisa(int vez, const Mascaras& m) const {
     if (Regra < 1 || Regra > 4) return {};
-    if (p.Vez == 1) return AnalisaLado<1>(m, Regra);
-    if (p.Vez == 2) return AnalisaLado<2>(m, Regra);
+    if (vez == 1) return AnalisaLado<1>(m, Regra);
+    if (vez == 2) return AnalisaLado<2>(m, Regra);
     return {};
 }
 
@@ -381,22 +386,29 @@ bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia) {
 }
 
 bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia, const Analise& a) {
+    return ListaComputador(p, DamasDe(referencia), a);
+}
+
+bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise& a) {
     MaiorTexto = 1;
     ProximaLivre = BaseCaptura = p.IniLista - 1 + SegueLinha;
     iniNo = p.IniLista;
-    bool todasDamas = true;
     const int lado = p.Vez;
+    // Every piece of the side is asked below, whether it can move or not: with the masks
+    // at hand the test is one compare.
+    bool todasDamas = a.tipo != 0 && !(a.pecas & ~damasReferencia);
+    if (a.tipo == 0) {
+        todasDamas = true;
+        for (int i = 1; i <= 12; ++i) {
+            const int casa = p.Peca(OrdemPecas[i], lado) & 127;
+            if (casa != 0 && !(casa <= 100 && TemCasa(damasReferencia, casa))) todasDamas = false;
+        }
+    }
     Jogada vazia{Jogada::SemZerar{}}; // the route, built in place as captures are followed
     vazia.tam = 0;
     // A node holds at most 12 pieces of 13 plain moves each: the fast way never reaches
     // the end of the table.
     if (Atalho && a.tipo == 2 && ProximaLivre + 157 <= CAPACIDADE) {
-        for (int i = 1; i <= 12; ++i) {
-            const int casa = p.Peca(OrdemPecas[i], lado) & 127;
-            if (casa == 0) continue;
-            const uint8_t ali = referencia.Casas[casa];
-            todasDamas &= (ali & (LADO1 | LADO2)) && (ali & DAMA);
-        }
         ListaSemCaptura(p, [this](int i) { return OrdemPecas[i]; });
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return todasDamas;
@@ -411,8 +423,6 @@ bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia, const Anali
         }
         const int casa = p.Peca(OrdemPecas[i], lado) & 127;
         if (casa == 0) continue;
-        const uint8_t ali = referencia.Casas[casa];
-        if (!((ali & (LADO1 | LADO2)) && (ali & DAMA))) todasDamas = false;
         if (soTomam && !TemCasa(a.tomam, casa)) continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }

@@ -27,10 +27,14 @@ class Gerador {
         int tipo = 0;
         // The squares of the pieces that can take.
         Mascara tomam = 0;
+        // The squares of all the pieces of the side to move (known when tipo is not 0).
+        Mascara pecas = 0;
     };
     Analise Analisa(const Posicao& p) const;
     // The same with the masks of p at hand.
     Analise Analisa(const Posicao& p, const Mascaras& m) const;
+    // The same for side `vez` to move on the board of m.
+    Analise Analisa(int vez, const Mascaras& m) const;
     int MaiorTipo(const Posicao& p) const { return Analisa(p).tipo; }
 
     // Slots 1..CAPACIDADE; a node's moves occupy IniLista..FimLista of its position.
@@ -54,6 +58,8 @@ class Gerador {
     bool ListaComputador(Posicao& p, const Posicao& referencia);
     // The same with the analysis of p already made.
     bool ListaComputador(Posicao& p, const Posicao& referencia, const Analise& a);
+    // The same with the kings of `referencia` given as the squares that hold one.
+    bool ListaComputador(Posicao& p, Mascara damasReferencia, const Analise& a);
     // The same without the all-kings test (perft and tools).
     void ListaComputador(Posicao& p);
     // The human's list: pieces in plain order, only the routes that take the most pieces.

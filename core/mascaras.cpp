@@ -71,6 +71,11 @@ Mascaras LeMascaras(const Posicao& p) {
 #endif
 }
 
+Mascara DamasDe(const Posicao& p) {
+    const Mascaras m = LeMascaras(p);
+    return m.damas & (m.lados[0] | m.lados[1]);
+}
+
 void AplicaJogada(Mascaras& m, const uint8_t* s, int n, const Posicao& depois) {
     if (n < 2) return;
     if (n == 2) {

@@ -96,9 +96,28 @@ struct Mascaras {
     bool operator==(const Mascaras&) const = default;
 };
 
+// Carries m over a plain move of side `lado` (1 or 2) from the square of bit `de` to that
+// of bit `para`; true when the man was crowned on the far row.
+inline bool AplicaSimples(Mascaras& m, int lado, Mascara de, Mascara para) {
+    const Mascara ambas = de | para;
+    const Mascara fundo = lado == 1 ? Mascara{0xff} : Mascara{0xff} << 56;
+    m.lados[lado - 1] ^= ambas;
+    m.vazias ^= ambas;
+    if (m.damas & de) {
+        m.damas ^= ambas;
+        return false;
+    }
+    if (!(para & fundo)) return false;
+    m.damas |= para;
+    return true;
+}
+
 Mascaras LeMascaras(const Posicao& p);
 // The same one square at a time: the way of machines without SSE2, and the tests' reference.
 Mascaras LeMascarasSimples(const Posicao& p);
+
+// The squares that hold a king of either side on p.
+Mascara DamasDe(const Posicao& p);
 
 // Carries m over the whole move s[0..n) played from its position; `depois` is the position
 // the move led to (it tells whether the piece was crowned).

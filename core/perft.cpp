@@ -80,7 +80,7 @@ uint64_t Conta(Gerador& g, Posicao& p, const Mascaras& m, int prof, ModoLista mo
     if (modo == ModoLista::Humano)
         g.ListaHumano(p, a);
     else
-        g.ListaComputador(p, p, a);
+        g.ListaComputador(p, m.damas, a);
     if (g.MaiorTexto < 2) return 0;
     uint64_t total = 0;
     if (!g.Atalho) {

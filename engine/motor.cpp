@@ -19,8 +19,7 @@ void Motor::ZeraContadores() {
     JogadaUnica = false;
 }
 
-template <bool Silencioso>
-int Motor::No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa, int beta) {
+Gerador::Analise Motor::Entra(int ply, int iniLista, int vez, const Mascaras& m) {
     if (ply > MaxPly) MaxPly = ply;
     ++Nos;
     Tabela& linha = *LinhaPrincipal;
@@ -28,14 +27,26 @@ int Motor::No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa
         if (linha[0][ply].vazia())
             g.SegueLinha = 0;
         else
-            g.Slot(p.IniLista) = linha[0][ply];
+            g.Slot(iniLista) = linha[0][ply];
     }
-    const bool naLinha = g.SegueLinha == 1;
     linha[ply][ply].tam = 0;
-    const Gerador::Analise analise = g.Atalho ? g.Analisa(p, m) : Gerador::Analise{};
+    return g.Atalho ? g.Analisa(vez, m) : Gerador::Analise{};
+}
+
+template <bool Silencioso>
+int Motor::No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa, int beta) {
+    const Gerador::Analise analise = Entra(ply, p.IniLista, p.Vez, m);
     // At the horizon a quiet position is valued as it stands: its list would be thrown away.
     if (ply >= profundidade && analise.tipo == 2) return ValorPosicao(p);
-    bool todasDamas = g.ListaComputador(p, ctx.Atual, analise);
+    return Expande<Silencioso>(p, m, analise, ply, profundidade, alfa, beta);
+}
+
+template <bool Silencioso>
+int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analise, int ply,
+                   int profundidade, int alfa, int beta) {
+    Tabela& linha = *LinhaPrincipal;
+    const bool naLinha = g.SegueLinha == 1;
+    bool todasDamas = g.ListaComputador(p, damasReferencia, analise);
     if constexpr (Silencioso) todasDamas = false;
     if (g.Estouro) return 0; // the iteration is given up by the deepening loop
     if ((ply >= profundidade && g.MaiorTexto == 2) || ply == PLY_MAXIMO) return ValorPosicao(p);
@@ -43,21 +54,40 @@ int Motor::No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa
     int melhor = ply - 10000;
     const int ini = p.IniLista, fim = p.FimLista;
     const int n = fim - ini + 1;
+    const int vez = p.Vez;
+    // The children at the horizon: a plain move is played on the masks and the balance
+    // first, and the child is built only when it has something to take.
+    const bool horizonte = ply + 1 >= profundidade && (Silencioso || fim != 1);
     for (int k = 0; k < n; ++k) {
         const int i = todasDamas ? fim - k : ini + k;
         // Walking backwards, the stored move stands last: the children before it lie off
         // the stored line and get no stored move of their own.
         if (todasDamas && naLinha) g.SegueLinha = i == ini ? 1 : 0;
         const Jogada& jogada = g.Slot(i);
-        Posicao copia = p;
-        FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
         int valor;
-        if (!Silencioso && p.FimLista == 1) {
+        if (horizonte && jogada.tam == 2) {
+            Mascaras mc = m;
+            const bool coroa = AplicaSimples(mc, vez, Bit(jogada.c[0]), Bit(jogada.c[1]));
+            const Gerador::Analise a = Entra(ply + 1, fim + 1, 3 - vez, mc);
+            const int saldo = p.Saldo + (coroa ? (vez == 1 ? 20 : -20) : 0);
+            if (a.tipo == 2) {
+                valor = vez == 1 ? saldo : -saldo;
+            } else {
+                Posicao copia = p;
+                FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
+                copia.IniLista = static_cast<int16_t>(fim + 1);
+                copia.Vez = static_cast<uint8_t>(3 - vez);
+                valor = -Expande<Silencioso>(copia, mc, a, ply + 1, profundidade, -beta, -alfa);
+                if (g.Estouro) return melhor;
+            }
+        } else if (!Silencioso && fim == 1) {
             valor = ValorPosicao(p);
             JogadaUnica = true;
         } else {
-            copia.IniLista = static_cast<int16_t>(p.FimLista + 1);
-            copia.Vez = static_cast<uint8_t>(3 - p.Vez);
+            Posicao copia = p;
+            FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
+            copia.IniLista = static_cast<int16_t>(fim + 1);
+            copia.Vez = static_cast<uint8_t>(3 - vez);
             Mascaras mc = m;
             AplicaJogada(mc, jogada.c.data(), jogada.tam, copia);
             valor = -No<Silencioso>(copia, mc, ply + 1, profundidade, -beta, -alfa);
@@ -81,10 +111,12 @@ int Motor::No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa
 }
 
 int Motor::AlfaBeta(Posicao& p, int ply, int profundidade, int alfa, int beta) {
+    damasReferencia = DamasDe(ctx.Atual);
     return No<false>(p, LeMascaras(p), ply, profundidade, alfa, beta);
 }
 
 int Motor::AlfaBetaSilencioso(Posicao& p, int ply, int profundidade, int alfa, int beta) {
+    damasReferencia = DamasDe(ctx.Atual);
     return No<true>(p, LeMascaras(p), ply, profundidade, alfa, beta);
 }
 

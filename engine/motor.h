@@ -64,6 +64,13 @@ class Motor : public Pensador {
     // m: the masks of p, carried down from the root.
     template <bool Silencioso>
     int No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa, int beta);
+    // What every node does first: the counters, the stored line, the analysis of the board
+    // of m with side `vez` to move, whose list will begin at slot `iniLista`.
+    Gerador::Analise Entra(int ply, int iniLista, int vez, const Mascaras& m);
+    // The rest of a node once it is known to be searched: its list and its children.
+    template <bool Silencioso>
+    int Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analise, int ply,
+                int profundidade, int alfa, int beta);
     void ZeraContadores();
     void MostraEstatisticas(int v);
 
@@ -72,6 +79,9 @@ class Motor : public Pensador {
     using Tabela = std::array<std::array<Jogada, PLY_MAXIMO + 1>, PLY_MAXIMO + 1>;
     std::unique_ptr<Tabela> LinhaPrincipal;
     std::array<Jogada, PLY_MAXIMO + 1> linhaGuardada{};
+    // The kings of the board being played (ctx.Atual) when the search began: a node whose
+    // pieces all stand on them lists its moves backwards.
+    Mascara damasReferencia = 0;
 };
 
 } // namespace velmora
