@@ -35,6 +35,40 @@ void Gerador::OrdemNatural() {
     for (int i = 1; i <= 12; ++i) OrdemPecas[i] = i;
 }
 
+namespace {
+
+// The human's order: piece number n in place n.
+constexpr int numeroNatural[13] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
+
+} // namespace
+
+void Gerador::GeraQueTomam(Posicao& p, Mascara tomam, const int* numeroDoLugar, bool cadaPeca) {
+    // The pieces that can take are gathered as bits of their places in the order, without
+    // a branch per piece, and then asked from the lowest place up.
+    unsigned lugares = 0;
+    for (int i = 1; i <= 12; ++i) {
+        const int casa = p.Peca(numeroDoLugar[i], p.Vez) & 127;
+        lugares |= static_cast<unsigned>((tomam & Bit(casa)) != 0) << i;
+    }
+    Jogada vazia{Jogada::SemZerar{}};
+    vazia.tam = 0;
+    // Under rule sets 2 to 4 each capturing piece keeps its own longest routes: the walk
+    // over all twelve starts each place afresh, the last ones after the final piece too.
+    auto recomeca = [&] {
+        if (cadaPeca && Regra != 1 && MaiorTexto >= 3) {
+            MaiorTexto = 3;
+            BaseCaptura = ProximaLivre;
+        }
+    };
+    int ultimo = 0;
+    for (; lugares; lugares &= lugares - 1) {
+        recomeca();
+        ultimo = __builtin_ctz(lugares);
+        GeraPeca(p, p.Peca(numeroDoLugar[ultimo], p.Vez) & 127, 0, vazia, 0);
+    }
+    if (ultimo < 12) recomeca();
+}
+
 int Gerador::Rotacao() {
     // xorshift32: a fresh rotation for each call
     rotacao ^= rotacao << 13;
@@ -291,7 +325,6 @@ template <int Lado> Gerador::Analise AnalisaLado(const Mascaras& m, int regra) {
         }
     }
     a.tipo = a.tomam ? 3 : anda ? 2 : 1;
-    a.pecas = proprias;
     return a;
 }
 
@@ -394,15 +427,11 @@ bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise
     ProximaLivre = BaseCaptura = p.IniLista - 1 + SegueLinha;
     iniNo = p.IniLista;
     const int lado = p.Vez;
-    // Every piece of the side is asked below, whether it can move or not: with the masks
-    // at hand the test is one compare.
-    bool todasDamas = a.tipo != 0 && !(a.pecas & ~damasReferencia);
-    if (a.tipo == 0) {
-        todasDamas = true;
-        for (int i = 1; i <= 12; ++i) {
-            const int casa = p.Peca(OrdemPecas[i], lado) & 127;
-            if (casa != 0 && !(casa <= 100 && TemCasa(damasReferencia, casa))) todasDamas = false;
-        }
+    // Every piece of the side counts, whether it is asked or not; without a branch each.
+    bool todasDamas = true;
+    for (int i = 1; i <= 12; ++i) {
+        const int casa = p.Peca(OrdemPecas[i], lado) & 127;
+        todasDamas &= casa == 0 || TemCasa(damasReferencia, casa);
     }
     Jogada vazia{Jogada::SemZerar{}}; // the route, built in place as captures are followed
     vazia.tam = 0;
@@ -415,7 +444,11 @@ bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise
     }
     // With a capture on the board, a piece that cannot take adds nothing to the list: only
     // the pieces that can are asked.
-    const bool soTomam = Atalho && a.tipo == 3;
+    if (Atalho && a.tipo == 3) {
+        GeraQueTomam(p, a.tomam, OrdemPecas.data(), true);
+        p.FimLista = static_cast<int16_t>(ProximaLivre);
+        return todasDamas;
+    }
     for (int i = 1; i <= 12; ++i) {
         if (Regra != 1 && MaiorTexto >= 3) {
             MaiorTexto = 3;
@@ -423,7 +456,6 @@ bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise
         }
         const int casa = p.Peca(OrdemPecas[i], lado) & 127;
         if (casa == 0) continue;
-        if (soTomam && !TemCasa(a.tomam, casa)) continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }
     p.FimLista = static_cast<int16_t>(ProximaLivre);
@@ -449,12 +481,16 @@ void Gerador::ListaHumano(Posicao& p, const Analise& a) {
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return;
     }
+    if (Atalho && a.tipo == 3) {
+        GeraQueTomam(p, a.tomam, numeroNatural, false);
+        p.FimLista = static_cast<int16_t>(ProximaLivre);
+        return;
+    }
     Jogada vazia{Jogada::SemZerar{}}; // the route, built in place as captures are followed
     vazia.tam = 0;
     for (int numero = 1; numero <= 12; ++numero) {
         const int casa = p.Peca(numero, lado) & 127;
         if (casa == 0) continue;
-        if (Atalho && a.tipo == 3 && !TemCasa(a.tomam, casa)) continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }
     p.FimLista = static_cast<int16_t>(ProximaLivre);

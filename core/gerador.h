@@ -27,8 +27,6 @@ class Gerador {
         int tipo = 0;
         // The squares of the pieces that can take.
         Mascara tomam = 0;
-        // The squares of all the pieces of the side to move (known when tipo is not 0).
-        Mascara pecas = 0;
     };
     Analise Analisa(const Posicao& p) const;
     // The same with the masks of p at hand.
@@ -106,9 +104,19 @@ class Gerador {
     bool Estouro = false;
     // With false, every list is built the slow way only (the tests compare both ways).
     bool Atalho = true;
-    std::array<int, 13> OrdemPecas{};
+    // The order in which the computer's list asks the pieces, by piece number; changed
+    // only through EmbaralhaOrdem, OrdemNatural and DefineOrdem.
+    const std::array<int, 13>& Ordem() const { return OrdemPecas; }
+    // Puts a given order: entries 1..12 hold the numbers 1..12, each once.
+    void DefineOrdem(const std::array<int, 13>& ordem) { OrdemPecas = ordem; }
 
   private:
+    // Asks the pieces that stand on the squares of `tomam` for their routes, in the order
+    // numeroDoLugar[1..12]; with `cadaPeca` each keeps its own longest routes under rule
+    // sets 2 to 4 (the computer's list).
+    void GeraQueTomam(Posicao& p, Mascara tomam, const int* numeroDoLugar, bool cadaPeca);
+
+    std::array<int, 13> OrdemPecas{};
     template <int Geradora, int Lado>
     void GeraCurta(Posicao& p, int casa, int saltos, Jogada& texto, int barrada);
     // Offers a plain move: the common case, written straight into its slot.

@@ -80,12 +80,7 @@ void AplicaJogada(Mascaras& m, const uint8_t* s, int n, const Posicao& depois) {
     if (n < 2) return;
     if (n == 2) {
         // a plain move, the common case: the same changes as one step of the loop below
-        const Mascara de = Bit(s[0]), para = Bit(s[1]);
-        const int lado = (m.lados[0] & de) ? 0 : 1;
-        const Mascara dama = (m.damas & de) || (depois.Casas[s[1]] & DAMA) ? para : 0;
-        m.lados[lado] = (m.lados[lado] & ~de) | para;
-        m.damas = (m.damas & ~(de | para)) | dama;
-        m.vazias = (m.vazias | de) & ~para;
+        AplicaSimples(m, Bit(s[0]), Bit(s[1]), depois.Casas[s[1]] & DAMA);
         return;
     }
     int ultima = s[1];

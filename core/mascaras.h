@@ -25,14 +25,15 @@ constexpr int CasaDoBit(int i) {
     return 10 * (i / 8 + 1) + i % 8 + 2;
 }
 
-inline constexpr std::array<Mascara, 101> BitsDasCasas = [] {
-    std::array<Mascara, 101> b{};
+// 128 entries: any square number of Pecas (seven bits) may be looked up.
+inline constexpr std::array<Mascara, 128> BitsDasCasas = [] {
+    std::array<Mascara, 128> b{};
     for (int s = 12; s <= 89; ++s)
         if (s % 10 >= 2) b[s] = Mascara{1} << IndiceDaCasa(s);
     return b;
 }();
 
-// The bit of a mailbox square; none for a square of the ring.
+// The bit of a mailbox square (0..127); none for a square of the ring or beyond.
 constexpr Mascara Bit(int casa) {
     return BitsDasCasas[casa];
 }
@@ -96,20 +97,14 @@ struct Mascaras {
     bool operator==(const Mascaras&) const = default;
 };
 
-// Carries m over a plain move of side `lado` (1 or 2) from the square of bit `de` to that
-// of bit `para`; true when the man was crowned on the far row.
-inline bool AplicaSimples(Mascaras& m, int lado, Mascara de, Mascara para) {
-    const Mascara ambas = de | para;
-    const Mascara fundo = lado == 1 ? Mascara{0xff} : Mascara{0xff} << 56;
-    m.lados[lado - 1] ^= ambas;
-    m.vazias ^= ambas;
-    if (m.damas & de) {
-        m.damas ^= ambas;
-        return false;
-    }
-    if (!(para & fundo)) return false;
-    m.damas |= para;
-    return true;
+// Carries m over a plain move from the square of bit `de` to that of bit `para`, of the
+// side whose mask holds `de` (side 2 when neither does); `coroada` when the move crowned.
+inline void AplicaSimples(Mascaras& m, Mascara de, Mascara para, bool coroada) {
+    const int lado = (m.lados[0] & de) ? 0 : 1;
+    const Mascara dama = (m.damas & de) || coroada ? para : 0;
+    m.lados[lado] = (m.lados[lado] & ~de) | para;
+    m.damas = (m.damas & ~(de | para)) | dama;
+    m.vazias = (m.vazias | de) & ~para;
 }
 
 Mascaras LeMascaras(const Posicao& p);

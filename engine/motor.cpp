@@ -65,9 +65,14 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
         if (todasDamas && naLinha) g.SegueLinha = i == ini ? 1 : 0;
         const Jogada& jogada = g.Slot(i);
         int valor;
-        if (horizonte && jogada.tam == 2) {
+        const int de = jogada.c[0], para = jogada.c[1];
+        // The stored move of the line may not belong to this board (its square empty, or
+        // the other side's piece): it goes the long way, as the rest of its walk does.
+        if (horizonte && jogada.tam == 2 && (p.Casas[de] & BitDoLado(vez)) && p.Casas[para] == 0) {
+            const bool coroa =
+                !(p.Casas[de] & DAMA) && static_cast<unsigned>(para - (vez == 1 ? 12 : 82)) < 8u;
             Mascaras mc = m;
-            const bool coroa = AplicaSimples(mc, vez, Bit(jogada.c[0]), Bit(jogada.c[1]));
+            AplicaSimples(mc, Bit(de), Bit(para), coroa);
             const Gerador::Analise a = Entra(ply + 1, fim + 1, 3 - vez, mc);
             const int saldo = p.Saldo + (coroa ? (vez == 1 ? 20 : -20) : 0);
             if (a.tipo == 2) {

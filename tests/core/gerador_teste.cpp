@@ -92,7 +92,7 @@ TEST(Gerador, ComputadorEscolheEntrePecasQueCapturam) {
         const Jogadas natural = regra == 1 ? Jogadas{dois} : Jogadas{um, dois};
         EXPECT_EQ(Lista(regra, p, false).jogadas, natural);
         Gerador g;
-        g.OrdemPecas = {0, 3, 2, 1, 4, 5, 6, 7, 8, 9, 10, 11, 12}; // piece 3 first
+        g.DefineOrdem({0, 3, 2, 1, 4, 5, 6, 7, 8, 9, 10, 11, 12}); // piece 3 first
         EXPECT_EQ(Lista(regra, p, false, std::move(g)).jogadas,
                   Jogadas(natural.rbegin(), natural.rend()));
     }
@@ -178,7 +178,7 @@ TEST(Gerador, AtalhoDaAsMesmasListasQueOCaminhoLento) {
             {
                 Gerador g;
                 g.EmbaralhaOrdem([&rng](int n) { return static_cast<int>(rng() % n); });
-                ordem = g.OrdemPecas;
+                ordem = g.Ordem();
             }
             const uint32_t semente = rng();
             const int escolha = static_cast<int>(rng() % 4);
@@ -187,7 +187,7 @@ TEST(Gerador, AtalhoDaAsMesmasListasQueOCaminhoLento) {
                 Gerador g;
                 g.Atalho = atalho;
                 g.Regra = regra;
-                g.OrdemPecas = ordem;
+                g.DefineOrdem(ordem);
                 g.SemeiaRotacao(semente);
                 Posicao p = base;
                 p.IniLista = 1;
