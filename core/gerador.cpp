@@ -7,6 +7,10 @@
 #include <cstring>
 #include <type_traits>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace velmora {
 
 // A plain move is written as one word: its length and its two squares are the first bytes.
@@ -33,6 +37,7 @@ Gerador::Gerador() : ListaJogadas(std::make_unique<Jogada[]>(CAPACIDADE + 1)) {
 void Gerador::OrdemNatural() {
     OrdemPecas[0] = 0;
     for (int i = 1; i <= 12; ++i) OrdemPecas[i] = i;
+    InverteOrdem();
 }
 
 namespace {
@@ -40,22 +45,69 @@ namespace {
 // The human's order: piece number n in place n.
 constexpr int numeroNatural[13] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
 
+static_assert(sizeof(Posicao::Pecas) == 26);
+
+#if defined(__SSE2__)
+// Every other bit of x from bit 0 on, packed into its low byte.
+inline unsigned Compacta(unsigned x) {
+    x &= 0x5555u;
+    x = (x | (x >> 1)) & 0x3333u;
+    x = (x | (x >> 2)) & 0x0f0fu;
+    return (x | (x >> 4)) & 0x00ffu;
+}
+#endif
+
+// The piece numbers (as bits 1..12) of side `lado` whose square in Pecas is one of the
+// squares of `tomam`: sixteen entries of Pecas compared at a time.
+unsigned NumerosNasCasas(const Posicao& p, int lado, Mascara tomam) {
+    unsigned numeros = 0;
+#if defined(__SSE2__)
+    const auto* pecas = reinterpret_cast<const uint8_t*>(p.Pecas.data());
+    const __m128i sete = _mm_set1_epi8(0x7f);
+    // numbers 0..7, then 5..12 (the last sixteen bytes of the table)
+    const __m128i baixo =
+        _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pecas)), sete);
+    const __m128i alto =
+        _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pecas + 10)), sete);
+    const int desvio = lado - 1; // entry [n][lado - 1] is byte 2n + lado - 1
+    for (; tomam; tomam &= tomam - 1) {
+        const __m128i casa = _mm_set1_epi8(static_cast<char>(CasaDoBit(__builtin_ctzll(tomam))));
+        const unsigned b = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(baixo, casa)));
+        const unsigned a = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(alto, casa)));
+        numeros |= Compacta(b >> desvio) | Compacta(a >> desvio) << 5;
+    }
+#else
+    for (int n = 1; n <= 12; ++n)
+        numeros |= static_cast<unsigned>((tomam & Bit(p.Peca(n, lado) & 127)) != 0) << n;
+#endif
+    return numeros & 0x1ffeu;
+}
+
 } // namespace
 
-void Gerador::GeraQueTomam(Posicao& p, Mascara tomam, const int* numeroDoLugar, bool cadaPeca) {
-    // The pieces that can take are gathered as bits of their places in the order, without
-    // a branch per piece, and then asked from the lowest place up.
-    unsigned lugares = 0;
-    for (int i = 1; i <= 12; ++i) {
-        const int casa = p.Peca(numeroDoLugar[i], p.Vez) & 127;
-        lugares |= static_cast<unsigned>((tomam & Bit(casa)) != 0) << i;
+void Gerador::InverteOrdem() {
+    lugarNaOrdem.fill(0);
+    for (int i = 1; i <= 12; ++i) lugarNaOrdem[OrdemPecas[i] & NUMERO] = static_cast<uint8_t>(i);
+}
+
+void Gerador::GeraQueTomam(Posicao& p, Mascara tomam, bool computador) {
+    // The pieces that can take are found by their squares, and asked by their places in the
+    // order, from the lowest place up, as a walk over all twelve would ask them.
+    const unsigned numeros = NumerosNasCasas(p, p.Vez, tomam);
+    unsigned lugares = numeros;
+    const int* numeroDoLugar = numeroNatural;
+    if (computador) {
+        lugares = 0;
+        for (unsigned n = numeros; n; n &= n - 1) lugares |= 1u << lugarNaOrdem[__builtin_ctz(n)];
+        numeroDoLugar = OrdemPecas.data();
     }
     Jogada vazia{Jogada::SemZerar{}};
     vazia.tam = 0;
-    // Under rule sets 2 to 4 each capturing piece keeps its own longest routes: the walk
-    // over all twelve starts each place afresh, the last ones after the final piece too.
+    // Under rule sets 2 to 4 each capturing piece of the computer's list keeps its own
+    // longest routes: the walk over all twelve starts each place afresh, the last ones
+    // after the final piece too.
     auto recomeca = [&] {
-        if (cadaPeca && Regra != 1 && MaiorTexto >= 3) {
+        if (computador && Regra != 1 && MaiorTexto >= 3) {
             MaiorTexto = 3;
             BaseCaptura = ProximaLivre;
         }
@@ -445,7 +497,7 @@ bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise
     // With a capture on the board, a piece that cannot take adds nothing to the list: only
     // the pieces that can are asked.
     if (Atalho && a.tipo == 3) {
-        GeraQueTomam(p, a.tomam, OrdemPecas.data(), true);
+        GeraQueTomam(p, a.tomam, true);
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return todasDamas;
     }
@@ -482,7 +534,7 @@ void Gerador::ListaHumano(Posicao& p, const Analise& a) {
         return;
     }
     if (Atalho && a.tipo == 3) {
-        GeraQueTomam(p, a.tomam, numeroNatural, false);
+        GeraQueTomam(p, a.tomam, false);
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return;
     }

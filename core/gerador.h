@@ -84,6 +84,7 @@ class Gerador {
                 }
             }
         }
+        InverteOrdem();
     }
     void OrdemNatural();
     // Seeds the rotation of side 2's flying kings under rule set 1.
@@ -108,15 +109,20 @@ class Gerador {
     // only through EmbaralhaOrdem, OrdemNatural and DefineOrdem.
     const std::array<int, 13>& Ordem() const { return OrdemPecas; }
     // Puts a given order: entries 1..12 hold the numbers 1..12, each once.
-    void DefineOrdem(const std::array<int, 13>& ordem) { OrdemPecas = ordem; }
+    void DefineOrdem(const std::array<int, 13>& ordem) {
+        OrdemPecas = ordem;
+        InverteOrdem();
+    }
 
   private:
-    // Asks the pieces that stand on the squares of `tomam` for their routes, in the order
-    // numeroDoLugar[1..12]; with `cadaPeca` each keeps its own longest routes under rule
-    // sets 2 to 4 (the computer's list).
-    void GeraQueTomam(Posicao& p, Mascara tomam, const int* numeroDoLugar, bool cadaPeca);
+    // Asks the pieces whose squares in Pecas are those of `tomam` for their routes: in
+    // OrdemPecas for the computer's list, where under rule sets 2 to 4 each keeps its own
+    // longest routes; in number order for the human's.
+    void GeraQueTomam(Posicao& p, Mascara tomam, bool computador);
+    void InverteOrdem();
 
     std::array<int, 13> OrdemPecas{};
+    std::array<uint8_t, 16> lugarNaOrdem{}; // the entry of OrdemPecas that holds each number
     template <int Geradora, int Lado>
     void GeraCurta(Posicao& p, int casa, int saltos, Jogada& texto, int barrada);
     // Offers a plain move: the common case, written straight into its slot.

@@ -1,5 +1,6 @@
 #include "core/perft.h"
 
+#include "core/casas.h"
 #include "core/fazjogada.h"
 
 namespace velmora {
@@ -69,19 +70,61 @@ template <int Lado> uint64_t JogaFolhas(const Mascaras& m, int saldo, int regra)
     return folhas;
 }
 
-// m: the masks of p, carried down from the root.
-uint64_t Conta(Gerador& g, Posicao& p, const Mascaras& m, int prof, ModoLista modo) {
-    const Gerador::Analise a = g.Atalho ? g.Analisa(p, m) : Gerador::Analise{};
-    if (prof == 1 && a.tipo == 2) {
-        // the list would stand in this order's rotation: it is kept turning
-        if (g.Regra == 1 && p.Vez == 2) g.PulaRotacoes(__builtin_popcountll(m.lados[1] & m.damas));
-        return p.Vez == 1 ? JogaFolhas<1>(m, p.Saldo, g.Regra) : JogaFolhas<2>(m, p.Saldo, g.Regra);
+// The last ply of a node where a piece can take: each route of the list is played on the
+// masks and the balance (the jumped pieces gone, points by direction, the crown at the
+// end), the child board made and observed, without the mailbox.
+uint64_t JogaFolhasDeCaptura(const Gerador& g, const Posicao& p, const Mascaras& m) {
+    const int lado = p.Vez;
+    const Mascara fundo = lado == 1 ? Mascara{0xff} : Mascara{0xff} << 56;
+    for (int i = p.IniLista; i <= p.FimLista; ++i) {
+        const Jogada& j = g.Slot(i);
+        const int saltos = j.tam / 3;
+        const Mascara de = Bit(j.c[0]), para = Bit(j.c[3 * saltos - 2]);
+        Mascara tomadas = 0;
+        int ganho = 0;
+        for (int k = 0; k < saltos; ++k) {
+            const int f = j.c[3 * k], t = j.c[3 * k + 1];
+            const Mascara c = Bit(j.c[3 * k + 2]);
+            tomadas |= c;
+            ganho += (m.damas & c) ? 30 : 10;
+            ganho += (lado == 1 ? f > t : f < t) ? 1 : -1;
+        }
+        const bool dama = m.damas & de;
+        const bool coroa = !dama && (para & fundo) && j.tam % 3 == 0;
+        ganho += coroa ? 20 : 0;
+        const Mascara proprias = (m.lados[lado - 1] & ~de) | para;
+        const Mascara outras = m.lados[2 - lado] & ~tomadas;
+        const Mascara damas = (m.damas & ~(de | tomadas)) | (dama || coroa ? para : 0);
+        const Mascara vazias = (m.vazias | de | tomadas) & ~para;
+        Observa(proprias, vazias, damas, p.Saldo + (lado == 1 ? ganho : -ganho));
+        Observa(outras, 0, 0, 0);
     }
+    return static_cast<uint64_t>(p.FimLista - p.IniLista + 1);
+}
+
+// The leaves below a quiet board with side `vez` to move.
+uint64_t FolhasQuietas(Gerador& g, int vez, const Mascaras& m, int saldo) {
+    if (g.Regra == 1 && vez == 2) {
+        // the list would stand in this order's rotation: it is kept turning
+        int reis = 0;
+        for (Mascara r = m.lados[1] & m.damas; r; r &= r - 1) ++reis;
+        g.PulaRotacoes(reis);
+    }
+    return vez == 1 ? JogaFolhas<1>(m, saldo, g.Regra) : JogaFolhas<2>(m, saldo, g.Regra);
+}
+
+// m: the masks of p, carried down from the root.
+// `dada`: the analysis of p when the caller made it already.
+uint64_t Conta(Gerador& g, Posicao& p, const Mascaras& m, int prof, ModoLista modo,
+               const Gerador::Analise* dada = nullptr) {
+    const Gerador::Analise a = dada ? *dada : g.Atalho ? g.Analisa(p, m) : Gerador::Analise{};
+    if (prof == 1 && a.tipo == 2) return FolhasQuietas(g, p.Vez, m, p.Saldo);
     if (modo == ModoLista::Humano)
         g.ListaHumano(p, a);
     else
         g.ListaComputador(p, m.damas, a);
     if (g.MaiorTexto < 2) return 0;
+    if (prof == 1 && a.tipo == 3) return JogaFolhasDeCaptura(g, p, m);
     uint64_t total = 0;
     if (!g.Atalho) {
         // the plain way: each child on a copy of the position
@@ -108,6 +151,29 @@ uint64_t Conta(Gerador& g, Posicao& p, const Mascaras& m, int prof, ModoLista mo
     Desfazer d;
     for (int i = ini; i <= fim; ++i) {
         const Jogada& j = g.Slot(i);
+        if (prof == 2 && j.tam == 2) {
+            // A plain move to the last ply but one: played on the masks and the balance
+            // first; the board is touched only when the child has something to take.
+            const int de = j.c[0], para = j.c[1];
+            const bool coroa =
+                !(p.Casas[de] & DAMA) && static_cast<unsigned>(para - (vez == 1 ? 12 : 82)) < 8u;
+            Mascaras mf = m;
+            AplicaSimples(mf, Bit(de), Bit(para), coroa);
+            const Gerador::Analise af = g.Analisa(3 - vez, mf);
+            if (af.tipo == 2) {
+                const int saldo = p.Saldo + (coroa ? (vez == 1 ? 20 : -20) : 0);
+                total += FolhasQuietas(g, 3 - vez, mf, saldo);
+                continue;
+            }
+            JogaSimplesNoLugar(p, de, para, d);
+            p.Vez = static_cast<uint8_t>(3 - vez);
+            p.IniLista = static_cast<int16_t>(fim + 1);
+            total += Conta(g, p, mf, 1, modo, &af);
+            p.Vez = vez;
+            p.IniLista = static_cast<int16_t>(ini);
+            DesfazSimples(p, de, para, d);
+            continue;
+        }
         JogaNoLugar(p, j.c.data(), j.tam, d);
         if (prof == 1) {
             Observa(p);
