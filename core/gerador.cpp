@@ -83,6 +83,36 @@ unsigned NumerosNasCasas(const Posicao& p, int lado, Mascara tomam) {
     return numeros & 0x1ffeu;
 }
 
+// True when every piece of side `lado` in Pecas stands on a square of `damas`.
+bool TodasEm(const Posicao& p, int lado, Mascara damas) {
+    unsigned fora = 0;
+#if defined(__SSE2__)
+    const auto* pecas = reinterpret_cast<const uint8_t*>(p.Pecas.data());
+    const __m128i sete = _mm_set1_epi8(0x7f);
+    const __m128i baixo =
+        _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pecas)), sete);
+    const __m128i alto =
+        _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pecas + 10)), sete);
+    const __m128i zero = _mm_setzero_si128();
+    // the entries that hold a piece, then those of them on the squares of `damas`
+    unsigned b = ~static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(baixo, zero))) & 0xffffu;
+    unsigned a = ~static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(alto, zero))) & 0xffffu;
+    for (; damas && (a | b); damas &= damas - 1) {
+        const __m128i casa = _mm_set1_epi8(static_cast<char>(CasaDoBit(__builtin_ctzll(damas))));
+        b &= ~static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(baixo, casa)));
+        a &= ~static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(alto, casa)));
+    }
+    const int desvio = lado - 1;
+    fora = (Compacta(b >> desvio) | Compacta(a >> desvio) << 5) & 0x1ffeu;
+#else
+    for (int n = 1; n <= 12; ++n) {
+        const int casa = p.Peca(n, lado) & 127;
+        fora |= static_cast<unsigned>(casa != 0 && !(damas & Bit(casa))) << n;
+    }
+#endif
+    return fora == 0;
+}
+
 } // namespace
 
 void Gerador::InverteOrdem() {
@@ -479,12 +509,8 @@ bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise
     ProximaLivre = BaseCaptura = p.IniLista - 1 + SegueLinha;
     iniNo = p.IniLista;
     const int lado = p.Vez;
-    // Every piece of the side counts, whether it is asked or not; without a branch each.
-    bool todasDamas = true;
-    for (int i = 1; i <= 12; ++i) {
-        const int casa = p.Peca(OrdemPecas[i], lado) & 127;
-        todasDamas &= casa == 0 || TemCasa(damasReferencia, casa);
-    }
+    // Every piece of the side counts, whether it is asked or not.
+    const bool todasDamas = TodasEm(p, lado, damasReferencia);
     Jogada vazia{Jogada::SemZerar{}}; // the route, built in place as captures are followed
     vazia.tam = 0;
     // A node holds at most 12 pieces of 13 plain moves each: the fast way never reaches
