@@ -144,6 +144,21 @@ inline void JogaSimplesNoLugar(Posicao& p, int de, int para, Desfazer& d) {
     p.Saldo = static_cast<int16_t>(p.Saldo + ganho);
 }
 
+// A plain move of the mover's own piece to a free square, crowned when `coroa`: what
+// FazJogadaGerada does with it, without the tests a move of any kind needs.
+inline void JogaSimples(Posicao& p, int de, int para, bool coroa) {
+    uint8_t peca = p.Casas[de];
+    p.Casas[de] = 0;
+    if (coroa) {
+        peca |= DAMA;
+        p.Saldo = static_cast<int16_t>(p.Saldo + (p.Vez == 1 ? 20 : -20));
+    }
+    p.Casas[para] = peca;
+    const int numero = peca & NUMERO;
+    if (numero >= 1 && numero <= 12)
+        p.Pecas[numero][p.Vez - 1] = static_cast<uint8_t>(para | (peca & DAMA));
+}
+
 inline void DesfazSimples(Posicao& p, int de, int para, const Desfazer& d) {
     p.Casas[para] = 0;
     p.Casas[de] = d.peca;

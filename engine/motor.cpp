@@ -57,7 +57,7 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
     const int vez = p.Vez;
     // The children at the horizon: a plain move is played on the masks and the balance
     // first, and the child is built only when it has something to take.
-    const bool horizonte = ply + 1 >= profundidade && (Silencioso || fim != 1);
+    const bool horizonte = ply + 1 >= profundidade;
     for (int k = 0; k < n; ++k) {
         const int i = todasDamas ? fim - k : ini + k;
         // Walking backwards, the stored move stands last: the children before it lie off
@@ -66,28 +66,40 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
         const Jogada& jogada = g.Slot(i);
         int valor;
         const int de = jogada.c[0], para = jogada.c[1];
-        // The stored move of the line may not belong to this board (its square empty, or
-        // the other side's piece): it goes the long way, as the rest of its walk does.
-        if (horizonte && jogada.tam == 2 && (p.Casas[de] & BitDoLado(vez)) && p.Casas[para] == 0) {
+        if (!Silencioso && fim == 1) {
+            valor = ValorPosicao(p);
+            JogadaUnica = true;
+        } else if (jogada.tam == 2 && (p.Casas[de] & BitDoLado(vez)) && p.Casas[para] == 0) {
+            // A plain move of the mover's piece to a free square: the masks and the balance
+            // first; at the horizon the child is built only when it has something to take.
+            // (The stored move of the line may not belong to this board: it goes the
+            // general way below, as the rest of its walk does.)
             const bool coroa =
                 !(p.Casas[de] & DAMA) && static_cast<unsigned>(para - (vez == 1 ? 12 : 82)) < 8u;
             Mascaras mc = m;
             AplicaSimples(mc, Bit(de), Bit(para), coroa);
-            const Gerador::Analise a = Entra(ply + 1, fim + 1, 3 - vez, mc);
-            const int saldo = p.Saldo + (coroa ? (vez == 1 ? 20 : -20) : 0);
-            if (a.tipo == 2) {
-                valor = vez == 1 ? saldo : -saldo;
-            } else {
+            auto filho = [&] {
                 Posicao copia = p;
-                FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
+                JogaSimples(copia, de, para, coroa);
                 copia.IniLista = static_cast<int16_t>(fim + 1);
                 copia.Vez = static_cast<uint8_t>(3 - vez);
-                valor = -Expande<Silencioso>(copia, mc, a, ply + 1, profundidade, -beta, -alfa);
+                return copia;
+            };
+            if (horizonte) {
+                const Gerador::Analise a = Entra(ply + 1, fim + 1, 3 - vez, mc);
+                if (a.tipo == 2) {
+                    const int saldo = p.Saldo + (coroa ? (vez == 1 ? 20 : -20) : 0);
+                    valor = vez == 1 ? saldo : -saldo;
+                } else {
+                    Posicao copia = filho();
+                    valor = -Expande<Silencioso>(copia, mc, a, ply + 1, profundidade, -beta, -alfa);
+                    if (g.Estouro) return melhor;
+                }
+            } else {
+                Posicao copia = filho();
+                valor = -No<Silencioso>(copia, mc, ply + 1, profundidade, -beta, -alfa);
                 if (g.Estouro) return melhor;
             }
-        } else if (!Silencioso && fim == 1) {
-            valor = ValorPosicao(p);
-            JogadaUnica = true;
         } else {
             Posicao copia = p;
             FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
