@@ -348,9 +348,10 @@ TEST(JogaNoLugar, VoltaAoComecoCoroacaoEDesfaz) {
     EXPECT_GE(coroacoes, 8); // both sides' men, plain and taking
 }
 
-// Perft walks the tree on one position, playing each child in place and taking it back;
-// the plain way copies the position into every child. Both count the same leaves from
-// random boards and game positions under the four rule sets and both ways of listing.
+// Perft walks the tree on one position, playing each child in place and taking it back
+// (the last plies on the masks); the plain way copies the position into every child. Both
+// count the same leaves from random boards and game positions under the four rule sets and
+// both ways of listing, and the leaves' boards print the same.
 TEST(Perft, NoLugarContaOMesmoQueComCopias) {
     std::mt19937 rng(1411);
     std::vector<Posicao> posicoes = PosicoesAoAcaso(rng);
@@ -363,17 +364,25 @@ TEST(Perft, NoLugarContaOMesmoQueComCopias) {
     for (const Posicao& base : posicoes) {
         for (int regra = 1; regra <= 4; ++regra) {
             for (ModoLista modo : {ModoLista::Humano, ModoLista::Computador}) {
-                uint64_t n[2];
+                PerftImpresso n[2];
                 for (bool atalho : {false, true}) {
                     Gerador g;
                     g.Regra = regra;
                     g.Atalho = atalho;
                     Posicao p = base;
                     p.IniLista = 1;
-                    n[atalho] = Perft(g, p, 3, modo);
+                    n[atalho] = PerftComImpressao(g, p, 3, modo);
+                    if (atalho) {
+                        // the counting run plays the same tree
+                        Gerador h;
+                        h.Regra = regra;
+                        ASSERT_EQ(Perft(h, p, 3, modo), n[1].folhas);
+                    }
                 }
-                ASSERT_EQ(n[1], n[0]) << TextoComVez(base) << " regra " << regra;
-                folhas += n[0];
+                ASSERT_EQ(n[1].folhas, n[0].folhas) << TextoComVez(base) << " regra " << regra;
+                // the leaves played on the masks are the boards the mailbox leads to
+                ASSERT_EQ(n[1].impressao, n[0].impressao) << TextoComVez(base) << " regra " << regra;
+                folhas += n[0].folhas;
             }
         }
     }
