@@ -129,11 +129,12 @@ std::vector<Posicao> PosicoesAoAcaso(std::mt19937& rng) {
         std::string t = std::to_string(1 + rng() % 2) + ",";
         const int cheio = 20 + static_cast<int>(rng() % 60); // percent of dark squares taken
         for (int i = 1; i <= 64; ++i) {
+            static constexpr int codigos[] = {1, 2, 10, 20, 1, 2};
             if (CasaClara(CasaDoIndice(i))) {
-                t += "0,";
+                // now and then a piece on a light square, which only a text can put there
+                t += std::to_string(rng() % 50 == 0 ? codigos[rng() % 6] : 0) + ",";
                 continue;
             }
-            static constexpr int codigos[] = {1, 2, 10, 20, 1, 2};
             const bool ocupada = static_cast<int>(rng() % 100) < cheio;
             t += std::to_string(ocupada ? codigos[rng() % 6] : 3) + ",";
         }
