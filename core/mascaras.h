@@ -25,15 +25,15 @@ constexpr int CasaDoBit(int i) {
     return 10 * (i / 8 + 1) + i % 8 + 2;
 }
 
-// 128 entries: any square number of Pecas (seven bits) may be looked up.
-inline constexpr std::array<Mascara, 128> BitsDasCasas = [] {
-    std::array<Mascara, 128> b{};
+// 256 entries: any byte of a move or of Pecas may be looked up.
+inline constexpr std::array<Mascara, 256> BitsDasCasas = [] {
+    std::array<Mascara, 256> b{};
     for (int s = 12; s <= 89; ++s)
         if (s % 10 >= 2) b[s] = Mascara{1} << IndiceDaCasa(s);
     return b;
 }();
 
-// The bit of a mailbox square (0..127); none for a square of the ring or beyond.
+// The bit of a mailbox square (0..255); none for a square of the ring or beyond.
 constexpr Mascara Bit(int casa) {
     return BitsDasCasas[casa];
 }
