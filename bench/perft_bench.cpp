@@ -1,4 +1,4 @@
-// Perft from the initial position: every leaf is played through FazJogada.
+// Perft from the initial position and two middle games: every leaf is played.
 #include "core/gerador.h"
 #include "core/perft.h"
 #include "core/tabuleiro.h"

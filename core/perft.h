@@ -9,8 +9,9 @@ namespace velmora {
 
 enum class ModoLista { Humano, Computador };
 
-// Leaves at depth `prof` below p; every leaf is played on the position and taken back. The lists
-// stack in the generator's table from p.IniLista on.
+// Leaves at depth `prof` below p. Every leaf is played: the inner plies on the position
+// itself (and taken back), the last one on the board's masks and balance. The lists stack
+// in the generator's table from p.IniLista on.
 uint64_t Perft(Gerador& g, const Posicao& p, int prof, ModoLista modo);
 
 // The same, with a print of the leaves' boards: a sum over the leaves of a mix of each
