@@ -371,10 +371,6 @@ template <int d> inline Mascara Salta(Mascara de, Mascara inimigas, Mascara vazi
     return de & Ve<d>(inimigas) & Ve<d>(Ve<d>(vazias));
 }
 
-inline bool TemCasa(Mascara m, int casa) {
-    return (m & Bit(casa)) != 0;
-}
-
 // The mover's pieces are taken from the masks of the mailbox: in every position that
 // MontaPosicao and FazJogada build they are exactly the pieces of Pecas, each with its
 // number. A piece without a number (a thirteenth one) or on a light square leaves the
