@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -55,6 +56,30 @@ inline unsigned Compacta(unsigned x) {
     x = (x | (x >> 2)) & 0x0f0fu;
     return (x | (x >> 4)) & 0x00ffu;
 }
+
+// The squares of Pecas (seven bits of each entry), sixteen entries to a register: the
+// numbers 0..7 in `baixo`, 5..12 in `alto` (the last sixteen bytes of the table). Entry
+// [n][lado - 1] is byte 2n + lado - 1 of the table.
+struct EntradasDePecas {
+    __m128i baixo, alto;
+
+    explicit EntradasDePecas(const Posicao& p) {
+        const auto* pecas = reinterpret_cast<const uint8_t*>(p.Pecas.data());
+        const __m128i sete = _mm_set1_epi8(0x7f);
+        baixo = _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pecas)), sete);
+        alto = _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pecas + 10)), sete);
+    }
+    // One bit per byte of each register: the entries that hold square `casa`.
+    std::pair<unsigned, unsigned> Iguais(int casa) const {
+        const __m128i c = _mm_set1_epi8(static_cast<char>(casa));
+        return {static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(baixo, c))),
+                static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(alto, c)))};
+    }
+    // The piece numbers (bits 1..12) of side `lado` among such bits.
+    static unsigned Numeros(unsigned b, unsigned a, int lado) {
+        return (Compacta(b >> (lado - 1)) | Compacta(a >> (lado - 1)) << 5) & 0x1ffeu;
+    }
+};
 #endif
 
 // The piece numbers (as bits 1..12) of side `lado` whose square in Pecas is one of the
@@ -62,48 +87,33 @@ inline unsigned Compacta(unsigned x) {
 unsigned NumerosNasCasas(const Posicao& p, int lado, Mascara tomam) {
     unsigned numeros = 0;
 #if defined(__SSE2__)
-    const auto* pecas = reinterpret_cast<const uint8_t*>(p.Pecas.data());
-    const __m128i sete = _mm_set1_epi8(0x7f);
-    // numbers 0..7, then 5..12 (the last sixteen bytes of the table)
-    const __m128i baixo =
-        _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pecas)), sete);
-    const __m128i alto =
-        _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pecas + 10)), sete);
-    const int desvio = lado - 1; // entry [n][lado - 1] is byte 2n + lado - 1
+    const EntradasDePecas e(p);
     for (; tomam; tomam &= tomam - 1) {
-        const __m128i casa = _mm_set1_epi8(static_cast<char>(CasaDoBit(__builtin_ctzll(tomam))));
-        const unsigned b = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(baixo, casa)));
-        const unsigned a = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(alto, casa)));
-        numeros |= Compacta(b >> desvio) | Compacta(a >> desvio) << 5;
+        const auto [b, a] = e.Iguais(CasaDoBit(__builtin_ctzll(tomam)));
+        numeros |= EntradasDePecas::Numeros(b, a, lado);
     }
 #else
     for (int n = 1; n <= 12; ++n)
         numeros |= static_cast<unsigned>((tomam & Bit(p.Peca(n, lado) & 127)) != 0) << n;
 #endif
-    return numeros & 0x1ffeu;
+    return numeros;
 }
 
 // True when every piece of side `lado` in Pecas stands on a square of `damas`.
 bool TodasEm(const Posicao& p, int lado, Mascara damas) {
     unsigned fora = 0;
 #if defined(__SSE2__)
-    const auto* pecas = reinterpret_cast<const uint8_t*>(p.Pecas.data());
-    const __m128i sete = _mm_set1_epi8(0x7f);
-    const __m128i baixo =
-        _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pecas)), sete);
-    const __m128i alto =
-        _mm_and_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(pecas + 10)), sete);
-    const __m128i zero = _mm_setzero_si128();
-    // the entries that hold a piece, then those of them on the squares of `damas`
-    unsigned b = ~static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(baixo, zero))) & 0xffffu;
-    unsigned a = ~static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(alto, zero))) & 0xffffu;
+    const EntradasDePecas e(p);
+    // the entries that hold a piece, less those on the squares of `damas`
+    auto [b, a] = e.Iguais(0);
+    b = ~b & 0xffffu;
+    a = ~a & 0xffffu;
     for (; damas && (a | b); damas &= damas - 1) {
-        const __m128i casa = _mm_set1_epi8(static_cast<char>(CasaDoBit(__builtin_ctzll(damas))));
-        b &= ~static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(baixo, casa)));
-        a &= ~static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(alto, casa)));
+        const auto [nb, na] = e.Iguais(CasaDoBit(__builtin_ctzll(damas)));
+        b &= ~nb;
+        a &= ~na;
     }
-    const int desvio = lado - 1;
-    fora = (Compacta(b >> desvio) | Compacta(a >> desvio) << 5) & 0x1ffeu;
+    fora = EntradasDePecas::Numeros(b, a, lado);
 #else
     for (int n = 1; n <= 12; ++n) {
         const int casa = p.Peca(n, lado) & 127;
