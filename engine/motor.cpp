@@ -55,8 +55,7 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
     const int ini = p.IniLista, fim = p.FimLista;
     const int n = fim - ini + 1;
     const int vez = p.Vez;
-    // The children at the horizon: a plain move is played on the masks and the balance
-    // first, and the child is built only when it has something to take.
+    // Whether the children stand at the horizon.
     const bool horizonte = ply + 1 >= profundidade;
     for (int k = 0; k < n; ++k) {
         const int i = todasDamas ? fim - k : ini + k;
