@@ -130,7 +130,7 @@ void Gerador::InverteOrdem() {
     for (int i = 1; i <= 12; ++i) lugarNaOrdem[OrdemPecas[i] & NUMERO] = static_cast<uint8_t>(i);
 }
 
-void Gerador::GeraQueTomam(Posicao& p, Mascara tomam, bool computador) {
+void Gerador::GeraQueTomam(Posicao& p, Mascara tomam, bool computador, const Mascaras* m) {
     // The pieces that can take are found by their squares, and asked by their places in the
     // order, from the lowest place up, as a walk over all twelve would ask them.
     const unsigned numeros = NumerosNasCasas(p, p.Vez, tomam);
@@ -152,11 +152,18 @@ void Gerador::GeraQueTomam(Posicao& p, Mascara tomam, bool computador) {
             BaseCaptura = ProximaLivre;
         }
     };
+    // The short pieces' routes are read off the masks when they are the board's own. A
+    // board with a piece on a light square goes the mailbox's way.
+    const bool mascaras = m && m->fiel && !m->soLenta[0] && !m->soLenta[1];
     int ultimo = 0;
     for (; lugares; lugares &= lugares - 1) {
         recomeca();
         ultimo = __builtin_ctz(lugares);
-        GeraPeca(p, p.Peca(numeroDoLugar[ultimo], p.Vez) & 127, 0, vazia, 0);
+        const int casa = p.Peca(numeroDoLugar[ultimo], p.Vez) & 127;
+        // The masks' routes leave out the piece's plain moves, which its first capture
+        // would wipe: that holds while the plain offers cannot fill the table.
+        if (mascaras && ProximaLivre + 4 <= CAPACIDADE && RotasNasMascaras(p, casa, *m)) continue;
+        GeraPeca(p, casa, 0, vazia, 0);
     }
     if (ultimo < 12) recomeca();
 }
@@ -366,6 +373,84 @@ void Gerador::GeraDama(Posicao& p, int casa, int saltos, Jogada& texto, int barr
 
 namespace {
 
+inline constexpr auto casaDoBit = [] {
+    std::array<uint8_t, 64> t{};
+    for (int i = 0; i < 64; ++i) t[i] = static_cast<uint8_t>(CasaDoBit(i));
+    return t;
+}();
+
+} // namespace
+
+// GeraCurta on the masks: a jump takes the jumped piece out of `alheias`, so that it blocks
+// the way without being taken again, and frees the square it left. A route is offered
+// where it cannot go on: the shorter routes GeraCurta offers on the way back are always
+// dropped, the list holding a longer one by then.
+template <int Geradora, int Lado, bool Dama>
+bool Gerador::RotasCurtas(int s, Mascara vazias, Mascara alheias, Jogada& rota) {
+    const Mascara de = Mascara{1} << s;
+    bool saltou = false;
+    auto tenta = [&]<int d>() {
+        constexpr int passo = Direcoes[d], b = PassoDoBit(passo);
+        const Mascara saltada = Anda<passo>(de), para = Anda<passo>(saltada);
+        if (!(saltada & alheias) || !(para & vazias)) return;
+        rota.acrescenta(casaDoBit[s], casaDoBit[s + 2 * b], casaDoBit[s + b]);
+        // rule set 3 goes on as rule set 1 after the first jump
+        RotasCurtas<Geradora == 3 ? 1 : Geradora, Lado, Dama>(s + 2 * b, (vazias | de) & ~para,
+                                                              alheias & ~saltada, rota);
+        rota.tam = static_cast<uint8_t>(rota.tam - 3);
+        saltou = true;
+    };
+    // every direction, or forward only, in the side's order
+    constexpr bool todas = Geradora == 1 || Dama;
+    if constexpr (Lado == 1) {
+        tenta.template operator()<1>();
+        tenta.template operator()<2>();
+        if constexpr (todas) {
+            tenta.template operator()<3>();
+            tenta.template operator()<4>();
+        }
+    } else {
+        tenta.template operator()<4>();
+        tenta.template operator()<3>();
+        if constexpr (todas) {
+            tenta.template operator()<2>();
+            tenta.template operator()<1>();
+        }
+    }
+    if (!saltou && rota.tam) AnotaJogada(rota);
+    return saltou;
+}
+
+bool Gerador::RotasNasMascaras(const Posicao& p, int casa, const Mascaras& m) {
+    const int lado = p.Vez;
+    const Mascara de = Bit(casa);
+    if (lado < 1 || lado > 2 || !(m.lados[lado - 1] & de)) return false;
+    const bool dama = m.damas & de;
+    if (dama && Regra != 4) return false; // a flying king
+    const int s = __builtin_ctzll(de);
+    const Mascara alheias = m.lados[2 - lado];
+    Jogada rota{Jogada::SemZerar{}};
+    rota.tam = 0;
+    auto curta = [&]<int Geradora, bool Dama>() {
+        return lado == 1 ? RotasCurtas<Geradora, 1, Dama>(s, m.vazias, alheias, rota)
+                         : RotasCurtas<Geradora, 2, Dama>(s, m.vazias, alheias, rota);
+    };
+    switch (Regra) {
+    case 1:
+        return curta.template operator()<1, false>();
+    case 2:
+        return curta.template operator()<2, false>();
+    case 3:
+        return curta.template operator()<3, false>();
+    case 4:
+        return dama ? curta.template operator()<4, true>() : curta.template operator()<4, false>();
+    default:
+        return false;
+    }
+}
+
+namespace {
+
 // 1 when the first piece that a flying king on bit s meets along direction d, past free
 // squares and before the edge, is in `alvos`: the pieces that are not the king's own and
 // have a free square behind them along d.
@@ -503,14 +588,16 @@ template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&&
 }
 
 bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia) {
-    return ListaComputador(p, referencia, Atalho ? Analisa(p) : Analise{});
+    const Mascaras m = LeMascaras(p);
+    return ListaComputador(p, DamasDe(referencia), Atalho ? Analisa(p, m) : Analise{}, &m);
 }
 
 bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia, const Analise& a) {
     return ListaComputador(p, DamasDe(referencia), a);
 }
 
-bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise& a) {
+bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise& a,
+                              const Mascaras* m) {
     MaiorTexto = 1;
     ProximaLivre = BaseCaptura = p.IniLista - 1 + SegueLinha;
     iniNo = p.IniLista;
@@ -529,7 +616,7 @@ bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise
     // With a capture on the board, a piece that cannot take adds nothing to the list: only
     // the pieces that can are asked.
     if (Atalho && a.tipo == 3) {
-        GeraQueTomam(p, a.tomam, true);
+        GeraQueTomam(p, a.tomam, true, m);
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return todasDamas;
     }
@@ -551,10 +638,11 @@ void Gerador::ListaComputador(Posicao& p) {
 }
 
 void Gerador::ListaHumano(Posicao& p) {
-    ListaHumano(p, Atalho ? Analisa(p) : Analise{});
+    const Mascaras m = LeMascaras(p);
+    ListaHumano(p, Atalho ? Analisa(p, m) : Analise{}, &m);
 }
 
-void Gerador::ListaHumano(Posicao& p, const Analise& a) {
+void Gerador::ListaHumano(Posicao& p, const Analise& a, const Mascaras* m) {
     MaiorTexto = 1;
     SegueLinha = 0;
     ProximaLivre = BaseCaptura = p.IniLista - 1;
@@ -566,7 +654,7 @@ void Gerador::ListaHumano(Posicao& p, const Analise& a) {
         return;
     }
     if (Atalho && a.tipo == 3) {
-        GeraQueTomam(p, a.tomam, false);
+        GeraQueTomam(p, a.tomam, false, m);
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return;
     }

@@ -56,15 +56,17 @@ class Gerador {
     bool ListaComputador(Posicao& p, const Posicao& referencia);
     // The same with the analysis of p already made.
     bool ListaComputador(Posicao& p, const Posicao& referencia, const Analise& a);
-    // The same with the kings of `referencia` given as the squares that hold one.
-    bool ListaComputador(Posicao& p, Mascara damasReferencia, const Analise& a);
+    // The same with the kings of `referencia` given as the squares that hold one, and the
+    // masks of p when the caller carries them (the capture routes are then read off them).
+    bool ListaComputador(Posicao& p, Mascara damasReferencia, const Analise& a,
+                         const Mascaras* m = nullptr);
     // The same without the all-kings test (perft and tools).
     void ListaComputador(Posicao& p);
     // The human's list: pieces in plain order, only the routes that take the most pieces.
     // Starts at p.IniLista and sets p.FimLista.
     void ListaHumano(Posicao& p);
-    // The same with the analysis of p already made.
-    void ListaHumano(Posicao& p, const Analise& a);
+    // The same with the analysis of p already made, and its masks when at hand.
+    void ListaHumano(Posicao& p, const Analise& a, const Mascaras* m = nullptr);
 
     // Fills OrdemPecas: numbers 1..4 shuffled into entries 1..4, 5..8 into 5..8, 9..12
     // into 9..12. `sorteio(n)` gives a whole number 0..n-1.
@@ -117,8 +119,9 @@ class Gerador {
   private:
     // Asks the pieces whose squares in Pecas are those of `tomam` for their routes: in
     // OrdemPecas for the computer's list, where under rule sets 2 to 4 each keeps its own
-    // longest routes; in number order for the human's.
-    void GeraQueTomam(Posicao& p, Mascara tomam, bool computador);
+    // longest routes; in number order for the human's. With the masks of p, the short
+    // pieces' routes are read off them.
+    void GeraQueTomam(Posicao& p, Mascara tomam, bool computador, const Mascaras* m);
     void InverteOrdem();
 
     std::array<int, 13> OrdemPecas{};
@@ -129,6 +132,15 @@ class Gerador {
     void AnotaSimples(int de, int para);
     void GeraDama(Posicao& p, int casa, int saltos, Jogada& texto, int barrada,
                   const int* direcoes);
+    // The capture routes of the short piece on `casa` (a man, or a king of rule set 4),
+    // read off the masks of the board: the same routes in the same order as GeraCurta.
+    // False, with nothing offered, when the piece is not one of the side's short pieces on
+    // the masks or cannot take: the mailbox's generator is then asked.
+    bool RotasNasMascaras(const Posicao& p, int casa, const Mascaras& m);
+    // From bit s, with the free squares and the other side's pieces not yet jumped; true
+    // when the piece jumped at least once.
+    template <int Geradora, int Lado, bool Dama>
+    bool RotasCurtas(int s, Mascara vazias, Mascara alheias, Jogada& rota);
     // Plays the jump (de, para, saltada) and goes on from `para` with `segue(posicao,
     // rota)`: with the short cuts on, in place on p and on the route, taken back afterwards
     // (the generators read only the squares); otherwise on copies of both.

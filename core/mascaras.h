@@ -94,6 +94,10 @@ struct Mascaras {
     // Only the slow way knows what such a board allows: a piece of that side without a
     // piece number (a thirteenth one), or standing on a light square.
     std::array<bool, 2> soLenta{};
+    // False once a move that did not belong to the board (the search plays its stored
+    // line's move even then) was carried over the masks: they may then differ from the
+    // mailbox, whose squares the lists read instead.
+    bool fiel = true;
     bool operator==(const Mascaras&) const = default;
 };
 
@@ -105,6 +109,41 @@ inline void AplicaSimples(Mascaras& m, Mascara de, Mascara para, bool coroada) {
     m.lados[lado] = (m.lados[lado] & ~de) | para;
     m.damas = (m.damas & ~(de | para)) | dama;
     m.vazias = (m.vazias | de) & ~para;
+}
+
+// What a capture route s[0..n) (three squares a jump) that the list of a board of m gave
+// side `lado` does: the piece goes from `de` to `para`, ending a king when `dama`, and takes
+// the pieces of `tomadas`; `ganho` is what the mover gains: 10 for a man taken, 30 for a
+// king, +-1 by each jump's direction, 20 for the crown.
+struct CapturaLida {
+    Mascara de, para, tomadas;
+    int ganho;
+    bool dama;
+};
+inline CapturaLida LeCaptura(const Mascaras& m, int lado, const uint8_t* s, int n) {
+    const int saltos = n / 3;
+    CapturaLida r{Bit(s[0]), Bit(s[3 * saltos - 2]), 0, 0, false};
+    for (int k = 0; k < saltos; ++k) {
+        const int f = s[3 * k], t = s[3 * k + 1];
+        const Mascara c = Bit(s[3 * k + 2]);
+        r.tomadas |= c;
+        r.ganho += (m.damas & c) ? 30 : 10;
+        r.ganho += (lado == 1 ? f > t : f < t) ? 1 : -1;
+    }
+    const Mascara fundo = lado == 1 ? Mascara{0xff} : Mascara{0xff} << 56;
+    const bool dama = m.damas & r.de;
+    const bool coroa = !dama && (r.para & fundo) && n % 3 == 0;
+    r.ganho += coroa ? 20 : 0;
+    r.dama = dama || coroa;
+    return r;
+}
+
+// Carries m over a capture read by LeCaptura for side `lado`.
+inline void AplicaCaptura(Mascaras& m, int lado, const CapturaLida& c) {
+    m.lados[lado - 1] = (m.lados[lado - 1] & ~c.de) | c.para;
+    m.lados[2 - lado] &= ~c.tomadas;
+    m.damas = (m.damas & ~(c.de | c.tomadas)) | (c.dama ? c.para : 0);
+    m.vazias = (m.vazias | c.de | c.tomadas) & ~c.para;
 }
 
 Mascaras LeMascaras(const Posicao& p);

@@ -96,28 +96,14 @@ template <int Lado, class F> uint64_t JogaFolhas(const Mascaras& m, int saldo, i
 // end), the child board made and observed, without the mailbox.
 template <class F>
 uint64_t JogaFolhasDeCaptura(const Gerador& g, const Posicao& p, const Mascaras& m, F& f) {
-    const int lado = p.Vez;
-    const Mascara fundo = lado == 1 ? Mascara{0xff} : Mascara{0xff} << 56;
     for (int i = p.IniLista; i <= p.FimLista; ++i) {
         const Jogada& j = g.Slot(i);
-        const int saltos = j.tam / 3;
-        const Mascara de = Bit(j.c[0]), para = Bit(j.c[3 * saltos - 2]);
-        Mascara tomadas = 0;
-        int ganho = 0;
-        for (int k = 0; k < saltos; ++k) {
-            const int f = j.c[3 * k], t = j.c[3 * k + 1];
-            const Mascara c = Bit(j.c[3 * k + 2]);
-            tomadas |= c;
-            ganho += (m.damas & c) ? 30 : 10;
-            ganho += (lado == 1 ? f > t : f < t) ? 1 : -1;
-        }
-        const bool dama = m.damas & de;
-        const bool coroa = !dama && (para & fundo) && j.tam % 3 == 0;
-        ganho += coroa ? 20 : 0;
-        const Mascara proprias = (m.lados[lado - 1] & ~de) | para;
-        const Mascara outras = m.lados[2 - lado] & ~tomadas;
-        const Mascara damas = (m.damas & ~(de | tomadas)) | (dama || coroa ? para : 0);
-        const int saldo = p.Saldo + (lado == 1 ? ganho : -ganho);
+        const int lado = p.Vez;
+        const CapturaLida c = LeCaptura(m, lado, j.c.data(), j.tam);
+        const Mascara proprias = (m.lados[lado - 1] & ~c.de) | c.para;
+        const Mascara outras = m.lados[2 - lado] & ~c.tomadas;
+        const Mascara damas = (m.damas & ~(c.de | c.tomadas)) | (c.dama ? c.para : 0);
+        const int saldo = p.Saldo + (lado == 1 ? c.ganho : -c.ganho);
         if (lado == 1)
             f.Anota(proprias, outras, damas, saldo);
         else
@@ -145,9 +131,9 @@ uint64_t Conta(Gerador& g, Posicao& p, const Mascaras& m, int prof, ModoLista mo
     const Gerador::Analise a = dada ? *dada : g.Atalho ? g.Analisa(p, m) : Gerador::Analise{};
     if (prof == 1 && a.tipo == 2) return FolhasQuietas(g, p.Vez, m, p.Saldo, f);
     if (modo == ModoLista::Humano)
-        g.ListaHumano(p, a);
+        g.ListaHumano(p, a, &m);
     else
-        g.ListaComputador(p, m.damas, a);
+        g.ListaComputador(p, m.damas, a, &m);
     if (g.MaiorTexto < 2) return 0;
     if (prof == 1 && a.tipo == 3) return JogaFolhasDeCaptura(g, p, m, f);
     uint64_t total = 0;

@@ -46,7 +46,7 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
                    int profundidade, int alfa, int beta) {
     Tabela& linha = *LinhaPrincipal;
     const bool naLinha = g.SegueLinha == 1;
-    bool todasDamas = g.ListaComputador(p, damasReferencia, analise);
+    bool todasDamas = g.ListaComputador(p, damasReferencia, analise, &m);
     if constexpr (Silencioso) todasDamas = false;
     if (g.Estouro) return 0; // the iteration is given up by the deepening loop
     if ((ply >= profundidade && g.MaiorTexto == 2) || ply == PLY_MAXIMO) return ValorPosicao(p);
@@ -99,6 +99,23 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
                 valor = -No<Silencioso>(copia, mc, ply + 1, profundidade, -beta, -alfa);
                 if (g.Estouro) return melhor;
             }
+        } else if (horizonte && jogada.tam >= 3 && m.fiel && !(naLinha && i == ini)) {
+            // A capture of the list to the horizon: the masks and the balance first, the
+            // child built only when it has something to take.
+            const CapturaLida c = LeCaptura(m, vez, jogada.c.data(), jogada.tam);
+            Mascaras mc = m;
+            AplicaCaptura(mc, vez, c);
+            const Gerador::Analise a = Entra(ply + 1, fim + 1, 3 - vez, mc);
+            if (a.tipo == 2) {
+                valor = vez == 1 ? p.Saldo + c.ganho : c.ganho - p.Saldo;
+            } else {
+                Posicao copia = p;
+                FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
+                copia.IniLista = static_cast<int16_t>(fim + 1);
+                copia.Vez = static_cast<uint8_t>(3 - vez);
+                valor = -Expande<Silencioso>(copia, mc, a, ply + 1, profundidade, -beta, -alfa);
+                if (g.Estouro) return melhor;
+            }
         } else {
             Posicao copia = p;
             FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
@@ -106,6 +123,13 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
             copia.Vez = static_cast<uint8_t>(3 - vez);
             Mascaras mc = m;
             AplicaJogada(mc, jogada.c.data(), jogada.tam, copia);
+            if (naLinha && i == ini) {
+                // the stored move: carried over the masks it may have left them apart from
+                // the mailbox, if it did not belong to this board
+                const Mascaras lidas = LeMascaras(copia);
+                mc.fiel = mc.fiel && lidas.vazias == mc.vazias && lidas.lados == mc.lados &&
+                          lidas.damas == mc.damas;
+            }
             valor = -No<Silencioso>(copia, mc, ply + 1, profundidade, -beta, -alfa);
             if (g.Estouro) return melhor;
         }

@@ -98,6 +98,30 @@ TEST(Gerador, ComputadorEscolheEntrePecasQueCapturam) {
     }
 }
 
+// The masks a search hands in are trusted only while they are the board's own: once a move
+// that did not belong to the board was carried over them, the routes come from the mailbox.
+TEST(Gerador, MascarasAlheiasAoTabuleiroNaoDaoRotas) {
+    Posicao p = Pos(1, {{75, 1}, {64, 2}});
+    Mascaras m = LeMascaras(p);
+    m.lados[1] |= Bit(44); // a piece of side 2 the mailbox does not have
+    m.vazias &= ~Bit(44);
+    for (const bool fiel : {true, false}) {
+        m.fiel = fiel;
+        for (const bool humano : {true, false}) {
+            Gerador g;
+            g.Regra = 1;
+            p.IniLista = 1;
+            const Gerador::Analise a = g.Analisa(p, m);
+            if (humano)
+                g.ListaHumano(p, a, &m);
+            else
+                g.ListaComputador(p, m.damas, a, &m);
+            ASSERT_EQ(p.FimLista, 1);
+            EXPECT_EQ(JogadaEmNumeros(g.Slot(1)), fiel ? "75-53-64-53-35-44" : "75-53-64");
+        }
+    }
+}
+
 // Plays `jogos` random games of at most `lances` moves under a rule set (lists made the
 // slow way) and hands each move, with the positions before and after it, to `aoLance`.
 template <class AoLance>
@@ -382,7 +406,8 @@ TEST(Perft, NoLugarContaOMesmoQueComCopias) {
                 }
                 ASSERT_EQ(n[1].folhas, n[0].folhas) << TextoComVez(base) << " regra " << regra;
                 // the leaves played on the masks are the boards the mailbox leads to
-                ASSERT_EQ(n[1].impressao, n[0].impressao) << TextoComVez(base) << " regra " << regra;
+                ASSERT_EQ(n[1].impressao, n[0].impressao)
+                    << TextoComVez(base) << " regra " << regra;
                 folhas += n[0].folhas;
             }
         }
