@@ -133,7 +133,14 @@ void Gerador::InverteOrdem() {
 void Gerador::GeraQueTomam(Posicao& p, Mascara tomam, bool computador, const Mascaras* m) {
     // The pieces that can take are found by their squares, and asked by their places in the
     // order, from the lowest place up, as a walk over all twelve would ask them.
-    const unsigned numeros = NumerosNasCasas(p, p.Vez, tomam);
+    unsigned numeros = 0;
+    if (m && m->fiel && !m->soLenta[p.Vez - 1]) {
+        // each square's own number: Pecas holds the same
+        for (Mascara t = tomam; t; t &= t - 1)
+            numeros |= 1u << (p.Casas[CasaDoBit(__builtin_ctzll(t))] & NUMERO);
+    } else {
+        numeros = NumerosNasCasas(p, p.Vez, tomam);
+    }
     unsigned lugares = numeros;
     const int* numeroDoLugar = numeroNatural;
     if (computador) {
@@ -602,8 +609,11 @@ bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise
     ProximaLivre = BaseCaptura = p.IniLista - 1 + SegueLinha;
     iniNo = p.IniLista;
     const int lado = p.Vez;
-    // Every piece of the side counts, whether it is asked or not.
-    const bool todasDamas = TodasEm(p, lado, damasReferencia);
+    // Every piece of the side counts, whether it is asked or not; with masks true to Pecas
+    // its pieces are those of the masks.
+    const bool todasDamas = m && m->fiel && !m->soLenta[lado - 1]
+                                ? !(m->lados[lado - 1] & ~damasReferencia)
+                                : TodasEm(p, lado, damasReferencia);
     Jogada vazia{Jogada::SemZerar{}}; // the route, built in place as captures are followed
     vazia.tam = 0;
     // A node holds at most 12 pieces of 13 plain moves each: the fast way never reaches

@@ -10,10 +10,29 @@ namespace velmora {
 
 namespace {
 
+// True when Pecas holds the numbered pieces of the mailbox and no other: each entry on a
+// square that holds that side's piece of that number, as many entries as pieces.
+bool PecasDoTabuleiro(const Posicao& p, const Mascaras& r) {
+    for (int lado = 1; lado <= 2; ++lado) {
+        int entradas = 0;
+        for (int n = 1; n <= 12; ++n) {
+            const int casa = p.Peca(n, lado) & 127;
+            if (casa == 0) continue;
+            if (!CasaDoTabuleiro(casa)) return false;
+            const uint8_t v = p.Casas[casa];
+            if (!(v & BitDoLado(lado)) || (v & NUMERO) != n) return false;
+            ++entradas;
+        }
+        if (entradas != __builtin_popcountll(r.lados[lado - 1])) return false;
+    }
+    return true;
+}
+
 // The light squares of a side's pieces also send the board to the slow way.
-void MarcaLenta(Mascaras& r, bool sem1, bool sem2) {
+void MarcaLenta(Mascaras& r, bool sem1, bool sem2, const Posicao& p) {
     r.soLenta = {sem1 || (r.lados[0] & ~CASAS_ESCURAS) != 0,
                  sem2 || (r.lados[1] & ~CASAS_ESCURAS) != 0};
+    r.fiel = PecasDoTabuleiro(p, r);
 }
 
 } // namespace
@@ -32,7 +51,7 @@ Mascaras LeMascarasSimples(const Posicao& p) {
         for (int l = 0; l < 2; ++l)
             if ((v & BitDoLado(l + 1)) && !(v & NUMERO)) sem[l] = true;
     }
-    MarcaLenta(r, sem[0], sem[1]);
+    MarcaLenta(r, sem[0], sem[1], p);
     return r;
 }
 
@@ -66,7 +85,7 @@ Mascaras LeMascaras(const Posicao& p) {
         r.damas |= bits(v) << (16 * k); // bit 128 of each byte
     }
     r.vazias = vazias & CASAS_ESCURAS;
-    MarcaLenta(r, sem1 != 0, sem2 != 0);
+    MarcaLenta(r, sem1 != 0, sem2 != 0, p);
     return r;
 #endif
 }

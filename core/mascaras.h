@@ -94,9 +94,10 @@ struct Mascaras {
     // Only the slow way knows what such a board allows: a piece of that side without a
     // piece number (a thirteenth one), or standing on a light square.
     std::array<bool, 2> soLenta{};
-    // False once a move that did not belong to the board (the search plays its stored
-    // line's move even then) was carried over the masks: they may then differ from the
-    // mailbox, whose squares the lists read instead.
+    // The masks are the mailbox's and Pecas lists its numbered pieces, each on its own
+    // square. False when LeMascaras found Pecas otherwise, or once a move that did not
+    // belong to the board (the search plays its stored line's move even then) was carried
+    // over the masks: the lists then read the mailbox and Pecas instead.
     bool fiel = true;
     bool operator==(const Mascaras&) const = default;
 };

@@ -127,8 +127,8 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
                 // the stored move: carried over the masks it may have left them apart from
                 // the mailbox, if it did not belong to this board
                 const Mascaras lidas = LeMascaras(copia);
-                mc.fiel = mc.fiel && lidas.vazias == mc.vazias && lidas.lados == mc.lados &&
-                          lidas.damas == mc.damas;
+                mc.fiel = mc.fiel && lidas.fiel && lidas.vazias == mc.vazias &&
+                          lidas.lados == mc.lados && lidas.damas == mc.damas;
             }
             valor = -No<Silencioso>(copia, mc, ply + 1, profundidade, -beta, -alfa);
             if (g.Estouro) return melhor;
