@@ -101,6 +101,8 @@ ComandosRede::ComandosRede(Form1& f, ConexaoPeer& peer, Linhas& linhas, Relato& 
 
 void ComandosRede::Liga() {
     f_.AoProcessarEventos = [this] { AoProcessar(); };
+    despertador_.setSingleShot(true);
+    QObject::connect(&despertador_, &QTimer::timeout, [this] { AoProcessar(); });
 }
 
 void ComandosRede::Desconecta() {
@@ -147,7 +149,8 @@ void ComandosRede::AoProcessar() {
     relato_.Mostra();
     if (executando_ || f_.Encerrado()) return;
     executando_ = true;
-    if (a_.jogos > 0 && relato_.terminados >= a_.jogos && EntreJogos(f_)) Desconecta();
+    if (a_.jogos > 0 && relato_.terminados >= a_.jogos && EntreJogos(f_) && OutroViuOFim())
+        Desconecta();
     if (!linhas_.Vazia()) {
         std::string l = linhas_.Tira();
         if (!Executa(l)) linhas_.Devolve(l);
@@ -155,6 +158,18 @@ void ComandosRede::AoProcessar() {
         Desconecta(); // nobody is left to play this side
     }
     executando_ = false;
+}
+
+bool ComandosRede::OutroViuOFim() {
+    // Closing the link while the move that ended the game is still on its way would make
+    // the other copy count the close as a surrender, and award itself the game.
+    if (f_.ctx.Recebeu_Jogada) return true;
+    const double agora = f_.ctx.plataforma.Decorrido();
+    if (fimEm_ < 0) {
+        fimEm_ = agora;
+        despertador_.start(5100); // should nothing else wake the commands up
+    }
+    return agora - fimEm_ >= 5.0;
 }
 
 void ComecaPartidaRede(Form1& f, PensadorRede& pensador, const AjustesRede& a) {

@@ -9,6 +9,7 @@
 #include "session/relogio.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 #include <QSocketNotifier>
 
@@ -195,12 +196,17 @@ class ComandosRede {
   private:
     bool Executa(const std::string& linha);
     void AoProcessar();
+    // Whether the other copy has seen the end of the last game: it confirmed this side's
+    // last move, or five seconds passed since the games were over.
+    bool OutroViuOFim();
     Form1& f_;
     ConexaoPeer& peer_;
     Linhas& linhas_;
     Relato& relato_;
     const AjustesRede& a_;
     bool executando_ = false, saindo_ = false;
+    double fimEm_ = -1;  // when the wait began, on the session's clock
+    QTimer despertador_; // wakes the commands up when that wait is over
 };
 
 // Once connected: who plays whom under which rule, and the computer on the local side.
