@@ -468,6 +468,20 @@ inline int SaltaLonge(int s, int d, Mascara ocupadas, Mascara alvos) {
     return static_cast<int>((alvos >> w) & 1);
 }
 
+// The flying kings of `damas` that can take going along step d: the first piece each
+// meets past free squares is one of `alheias` with a free square behind it. The targets
+// are spread back against d through the free squares (1, 2, then 4 steps at a time, a
+// step off a row's edge landing on a light square, which is never free).
+template <int d> inline Mascara VeemAlvos(Mascara damas, Mascara alheias, Mascara vazias) {
+    Mascara alcance = alheias & Ve<d>(vazias), livres = vazias;
+    alcance |= livres & Ve<d>(alcance);
+    livres &= Ve<d>(livres);
+    alcance |= livres & Ve<d>(Ve<d>(alcance));
+    livres &= Ve<d>(Ve<d>(livres));
+    alcance |= livres & Ve<d>(Ve<d>(Ve<d>(Ve<d>(alcance))));
+    return damas & Ve<d>(alcance);
+}
+
 // Short jumps along step d from the pieces of `de` over those of `inimigas`.
 template <int d> inline Mascara Salta(Mascara de, Mascara inimigas, Mascara vazias) {
     return de & Ve<d>(inimigas) & Ve<d>(Ve<d>(vazias));
@@ -492,6 +506,12 @@ template <int Lado> Gerador::Analise AnalisaLado(const Mascaras& m, int regra) {
     if (regra == 4) {
         a.tomam |= Salta<-11>(damas, inimigas, v) | Salta<-9>(damas, inimigas, v) |
                    Salta<9>(damas, inimigas, v) | Salta<11>(damas, inimigas, v);
+    } else if (damas & (damas - 1)) {
+        // Two kings or more: from the pieces each king could take along a direction, back
+        // through the free squares to the kings that see them, all kings at once.
+        const Mascara alheias = ~v & ~proprias;
+        a.tomam |= VeemAlvos<-11>(damas, alheias, v) | VeemAlvos<-9>(damas, alheias, v) |
+                   VeemAlvos<9>(damas, alheias, v) | VeemAlvos<11>(damas, alheias, v);
     } else if (damas) {
         const Mascara ocupadas = ~v, alheias = ocupadas & ~proprias;
         const Mascara alvos[5] = {0, alheias & Ve<-11>(v), alheias & Ve<-9>(v), alheias & Ve<9>(v),
