@@ -28,7 +28,8 @@ bool PecasDoTabuleiro(const Posicao& p, const Mascaras& r) {
     return true;
 }
 
-// The light squares of a side's pieces also send the board to the slow way.
+// The light squares of a side's pieces also send the board to the slow way; and whether
+// Pecas is the mailbox's.
 void MarcaLenta(Mascaras& r, bool sem1, bool sem2, const Posicao& p) {
     r.soLenta = {sem1 || (r.lados[0] & ~CASAS_ESCURAS) != 0,
                  sem2 || (r.lados[1] & ~CASAS_ESCURAS) != 0};
