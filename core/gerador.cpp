@@ -169,7 +169,7 @@ void Gerador::GeraQueTomam(Posicao& p, Mascara tomam, bool computador, const Mas
         const int casa = p.Peca(numeroDoLugar[ultimo], p.Vez) & 127;
         // The masks' routes leave out the piece's plain moves, which its first capture
         // would wipe: that holds while the plain offers cannot fill the table.
-        if (mascaras && ProximaLivre + 4 <= CAPACIDADE && RotasNasMascaras(p, casa, *m)) continue;
+        if (mascaras && ProximaLivre + 16 <= CAPACIDADE && RotasNasMascaras(p, casa, *m)) continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }
     if (ultimo < 12) recomeca();
@@ -428,16 +428,74 @@ bool Gerador::RotasCurtas(int s, Mascara vazias, Mascara alheias, Jogada& rota) 
     return saltou;
 }
 
+// GeraDama on the masks. Along each direction only the first piece matters: one of the
+// other side's not yet jumped, its landing squares the free ones behind it up to the next
+// piece, walked from the nearest as the mailbox's walk meets them. A jumped piece stays out
+// of `vazias` and blocks. The plain moves are not offered: this runs only for a king that
+// can take, whose first capture wipes them.
+template <int Geradora, int Lado>
+bool Gerador::RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota, int barrada) {
+    int rodada[5] = {4, 0, 0, 0, 0};
+    const int* ordem =
+        Lado == 1 || Geradora != 1 ? (Lado == 1 ? ordemTodas : ordemTodasInversa) : rodada;
+    if constexpr (Geradora == 1 && Lado == 2) {
+        const int r = Rotacao();
+        for (int i = 1; i <= 4; ++i) rodada[i] = r + i > 4 ? r + i - 4 : r + i;
+    }
+    const Mascara de = Mascara{1} << s, ocupadas = ~vazias;
+    bool saltou = false;
+    for (int i = 1; i <= 4; ++i) {
+        const int d = ordem[i];
+        if (d == barrada) continue;
+        const Mascara x = Raios[s][d] & ocupadas;
+        if (!x) continue;
+        const int w = PrimeiraCasa(x, d);
+        if (!((alheias >> w) & 1)) continue;
+        const Mascara alem = Raios[w][d], y = alem & ocupadas;
+        Mascara pousos = alem;
+        if (y) {
+            const int z = PrimeiraCasa(y, d);
+            pousos &= ~(Raios[z][d] | Mascara{1} << z);
+        }
+        if (!pousos) continue;
+        saltou = true;
+        const Mascara saltada = Mascara{1} << w, restantes = alheias & ~saltada;
+        for (; pousos;) {
+            const int t = PrimeiraCasa(pousos, d);
+            const Mascara para = Mascara{1} << t;
+            pousos &= ~para;
+            rota.acrescenta(casaDoBit[s], casaDoBit[t], casaDoBit[w]);
+            RotasLongas<Geradora, Lado>(t, (vazias | de) & ~para, restantes, rota, 5 - d);
+            rota.tam = static_cast<uint8_t>(rota.tam - 3);
+        }
+    }
+    if (!saltou && rota.tam) AnotaJogada(rota);
+    return saltou;
+}
+
 bool Gerador::RotasNasMascaras(const Posicao& p, int casa, const Mascaras& m) {
     const int lado = p.Vez;
     const Mascara de = Bit(casa);
     if (lado < 1 || lado > 2 || !(m.lados[lado - 1] & de)) return false;
     const bool dama = m.damas & de;
-    if (dama && Regra != 4) return false; // a flying king
     const int s = __builtin_ctzll(de);
     const Mascara alheias = m.lados[2 - lado];
     Jogada rota{Jogada::SemZerar{}};
     rota.tam = 0;
+    if (dama && Regra != 4) {
+        // A flying king. One that finds nothing to take draws its rotation again on the
+        // mailbox, so the draw is taken back.
+        const uint32_t guardada = rotacao;
+        bool saltou = false;
+        if (Regra == 1)
+            saltou = lado == 1 ? RotasLongas<1, 1>(s, m.vazias, alheias, rota, 0)
+                               : RotasLongas<1, 2>(s, m.vazias, alheias, rota, 0);
+        else if (Regra == 2 || Regra == 3)
+            saltou = lado == 1 ? RotasLongas<2, 1>(s, m.vazias, alheias, rota, 0)
+                               : RotasLongas<2, 2>(s, m.vazias, alheias, rota, 0);
+        if (!saltou) rotacao = guardada;
+        return saltou;
+    }
     auto curta = [&]<int Geradora, bool Dama>() {
         return lado == 1 ? RotasCurtas<Geradora, 1, Dama>(s, m.vazias, alheias, rota)
                          : RotasCurtas<Geradora, 2, Dama>(s, m.vazias, alheias, rota);

@@ -274,7 +274,18 @@ TEST(Gerador, AtalhoDaAsMesmasListasQueOCaminhoLento) {
     EXPECT_GT(comCaptura, 1000); // the capture lists were tried too
 }
 
-// The lists read off the masks (the short pieces' routes, the pieces asked, the all-kings
+// A king that takes four pieces round a square, ending where it began, for each side; men
+// of each side crowned by a plain move and at the end of a capture.
+std::vector<Posicao> VoltasECoroacoes() {
+    return {
+        Pos(1, {{64, 10}, {55, 2}, {35, 2}, {33, 2}, {53, 20}, {86, 1}}),
+        Pos(2, {{64, 20}, {55, 1}, {35, 10}, {33, 1}, {53, 1}, {17, 2}}),
+        Pos(1, {{24, 1}, {35, 1}, {13, 2}, {26, 2}, {15, 20}}),
+        Pos(2, {{75, 2}, {86, 1}, {42, 10}}),
+    };
+}
+
+// The lists read off the masks (the capture routes, the pieces asked, the all-kings
 // test) are those read off the mailbox and Pecas, also on boards whose Pecas is not the
 // mailbox's (an entry dropped, or two swapped), as a stored move that did not fit leaves it.
 TEST(Gerador, ListasDasMascarasIguaisAsDePecas) {
@@ -290,18 +301,22 @@ TEST(Gerador, ListasDasMascarasIguaisAsDePecas) {
             std::swap(p.Peca(a, lado), p.Peca(b, lado));
         posicoes.push_back(p);
     }
+    for (const Posicao& p : VoltasECoroacoes()) posicoes.push_back(p);
     int capturas = 0;
     for (const Posicao& base : posicoes) {
         const Mascaras m = LeMascaras(base);
         const Mascara damas = DamasDe(base) & static_cast<Mascara>(rng() | uint64_t{rng()} << 32);
         for (int regra = 1; regra <= 4; ++regra) {
-            auto lista = [&](const Mascaras* mascaras, bool humano) {
+            // `todasTomam`: an analysis that names every piece of the side, as if each could
+            // take; those that cannot give their plain moves the mailbox's way
+            auto lista = [&](const Mascaras* mascaras, bool humano, bool todasTomam) {
                 Gerador g;
                 g.Regra = regra;
                 g.SemeiaRotacao(12345);
                 Posicao p = base;
                 p.IniLista = 1;
-                const Gerador::Analise a = g.Analisa(p, m);
+                Gerador::Analise a = g.Analisa(p, m);
+                if (todasTomam) a = {3, m.lados[p.Vez - 1]};
                 bool todas = false;
                 if (humano)
                     g.ListaHumano(p, a, mascaras);
@@ -313,10 +328,13 @@ TEST(Gerador, ListasDasMascarasIguaisAsDePecas) {
                 return r;
             };
             for (const bool humano : {true, false}) {
-                const auto comMascaras = lista(&m, humano);
-                ASSERT_EQ(comMascaras, lista(nullptr, humano))
-                    << TextoComVez(base) << " regra " << regra << " humano " << humano;
-                capturas += comMascaras[0][0] >= '3';
+                for (const bool todasTomam : {false, true}) {
+                    const auto comMascaras = lista(&m, humano, todasTomam);
+                    ASSERT_EQ(comMascaras, lista(nullptr, humano, todasTomam))
+                        << TextoComVez(base) << " regra " << regra << " humano " << humano
+                        << " todas " << todasTomam;
+                    capturas += !todasTomam && comMascaras[0][0] >= '3';
+                }
             }
         }
     }
@@ -388,12 +406,7 @@ TEST(Mascaras, SeguemOsLancesDeJogosAoAcaso) {
 // crowned by a plain move or at the end of a capture: played in place, each move of these
 // lists leaves the board the step-by-step way does, and taken back, the board it found.
 TEST(JogaNoLugar, VoltaAoComecoCoroacaoEDesfaz) {
-    const Posicao posicoes[] = {
-        Pos(1, {{64, 10}, {55, 2}, {35, 2}, {33, 2}, {53, 20}, {86, 1}}),
-        Pos(2, {{64, 20}, {55, 1}, {35, 10}, {33, 1}, {53, 1}, {17, 2}}),
-        Pos(1, {{24, 1}, {35, 1}, {13, 2}, {26, 2}, {15, 20}}),
-        Pos(2, {{75, 2}, {86, 1}, {42, 10}}),
-    };
+    const std::vector<Posicao> posicoes = VoltasECoroacoes();
     int voltas = 0, coroacoes = 0;
     for (const Posicao& base : posicoes) {
         for (int regra = 1; regra <= 4; ++regra) {
