@@ -428,11 +428,32 @@ bool Gerador::RotasCurtas(int s, Mascara vazias, Mascara alheias, Jogada& rota) 
     return saltou;
 }
 
-// GeraDama on the masks. Along each direction only the first piece matters: one of the
-// other side's not yet jumped, its landing squares the free ones behind it up to the next
-// piece, walked from the nearest as the mailbox's walk meets them. A jumped piece stays out
-// of `vazias` and blocks. The plain moves are not offered: this runs only for a king that
-// can take, whose first capture wipes them.
+namespace {
+
+// A flying king's capture along direction d from bit s: the landing squares (0 when there
+// is none) and, in `saltada`, the bit of the piece jumped. Only the first piece met
+// matters: one of `alheias` with free squares behind it, up to the next piece. Without
+// branches: a ray with no piece left meets the light corner square past its end, which
+// holds nothing.
+template <int d>
+inline Mascara PousosNaDirecao(int s, Mascara ocupadas, Mascara alheias, int& saltada) {
+    constexpr bool desce = d >= 3; // along the bits' order
+    constexpr Mascara canto = desce ? Mascara{1} << 63 : 1;
+    auto primeira = [](Mascara m) { return desce ? __builtin_ctzll(m) : 63 - __builtin_clzll(m); };
+    const int w = primeira((Raios[s][d] & ocupadas) | canto);
+    const Mascara alem = Raios[w][d];
+    const int z = primeira((alem & ocupadas) | canto);
+    saltada = w;
+    return alem & ~(Raios[z][d] | Mascara{1} << z) & (Mascara{0} - ((alheias >> w) & 1));
+}
+
+} // namespace
+
+// GeraDama on the masks: the landing squares of each direction walked from the nearest, as
+// the mailbox's walk meets them. A jumped piece stays out of `vazias` and blocks. The plain
+// moves are not offered: this runs only for a king that can take, whose first capture
+// wipes them. The four directions are read at once, so that side 2's drawn order costs
+// no guess of a branch.
 template <int Geradora, int Lado>
 bool Gerador::RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota, int barrada) {
     int rodada[5] = {4, 0, 0, 0, 0};
@@ -443,34 +464,34 @@ bool Gerador::RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota, 
         for (int i = 1; i <= 4; ++i) rodada[i] = r + i > 4 ? r + i - 4 : r + i;
     }
     const Mascara de = Mascara{1} << s, ocupadas = ~vazias;
-    bool saltou = false;
+    std::array<Mascara, 5> pousos;
+    std::array<int, 5> saltadas;
+    pousos[1] = PousosNaDirecao<1>(s, ocupadas, alheias, saltadas[1]);
+    pousos[2] = PousosNaDirecao<2>(s, ocupadas, alheias, saltadas[2]);
+    pousos[3] = PousosNaDirecao<3>(s, ocupadas, alheias, saltadas[3]);
+    pousos[4] = PousosNaDirecao<4>(s, ocupadas, alheias, saltadas[4]);
+    pousos[barrada] = 0; // the way it came (none at the first square)
+    if (!(pousos[1] | pousos[2] | pousos[3] | pousos[4])) {
+        if (rota.tam) AnotaJogada(rota);
+        return false;
+    }
     for (int i = 1; i <= 4; ++i) {
         const int d = ordem[i];
-        if (d == barrada) continue;
-        const Mascara x = Raios[s][d] & ocupadas;
-        if (!x) continue;
-        const int w = PrimeiraCasa(x, d);
-        if (!((alheias >> w) & 1)) continue;
-        const Mascara alem = Raios[w][d], y = alem & ocupadas;
-        Mascara pousos = alem;
-        if (y) {
-            const int z = PrimeiraCasa(y, d);
-            pousos &= ~(Raios[z][d] | Mascara{1} << z);
-        }
-        if (!pousos) continue;
-        saltou = true;
-        const Mascara saltada = Mascara{1} << w, restantes = alheias & ~saltada;
-        for (; pousos;) {
-            const int t = PrimeiraCasa(pousos, d);
+        Mascara livres = pousos[d];
+        if (!livres) continue;
+        const int w = saltadas[d];
+        const Mascara restantes = alheias & ~(Mascara{1} << w);
+        do {
+            const int baixo = __builtin_ctzll(livres), alto = 63 - __builtin_clzll(livres);
+            const int t = d >= 3 ? baixo : alto;
             const Mascara para = Mascara{1} << t;
-            pousos &= ~para;
+            livres &= ~para;
             rota.acrescenta(casaDoBit[s], casaDoBit[t], casaDoBit[w]);
             RotasLongas<Geradora, Lado>(t, (vazias | de) & ~para, restantes, rota, 5 - d);
             rota.tam = static_cast<uint8_t>(rota.tam - 3);
-        }
+        } while (livres);
     }
-    if (!saltou && rota.tam) AnotaJogada(rota);
-    return saltou;
+    return true;
 }
 
 bool Gerador::RotasNasMascaras(const Posicao& p, int casa, const Mascaras& m) {
