@@ -450,12 +450,12 @@ inline Mascara PousosNaDirecao(int s, Mascara ocupadas, Mascara alheias, int& sa
 } // namespace
 
 // GeraDama on the masks: the landing squares of each direction walked from the nearest, as
-// the mailbox's walk meets them. A jumped piece stays out of `vazias` and blocks. The plain
-// moves are not offered: this runs only for a king that can take, whose first capture
-// wipes them. The four directions are read at once, so that side 2's drawn order costs
-// no guess of a branch.
+// the mailbox's walk meets them. A jumped piece stays out of `vazias` and blocks, the way
+// back too, so no direction needs barring. The plain moves are not offered: this runs only
+// for a king that can take, whose first capture wipes them. The four directions are read at
+// once, so that side 2's drawn order costs no guess of a branch.
 template <int Geradora, int Lado>
-bool Gerador::RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota, int barrada) {
+bool Gerador::RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota) {
     int rodada[5] = {4, 0, 0, 0, 0};
     const int* ordem =
         Lado == 1 || Geradora != 1 ? (Lado == 1 ? ordemTodas : ordemTodasInversa) : rodada;
@@ -470,7 +470,6 @@ bool Gerador::RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota, 
     pousos[2] = PousosNaDirecao<2>(s, ocupadas, alheias, saltadas[2]);
     pousos[3] = PousosNaDirecao<3>(s, ocupadas, alheias, saltadas[3]);
     pousos[4] = PousosNaDirecao<4>(s, ocupadas, alheias, saltadas[4]);
-    pousos[barrada] = 0; // the way it came (none at the first square)
     if (!(pousos[1] | pousos[2] | pousos[3] | pousos[4])) {
         if (rota.tam) AnotaJogada(rota);
         return false;
@@ -487,7 +486,7 @@ bool Gerador::RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota, 
             const Mascara para = Mascara{1} << t;
             livres &= ~para;
             rota.acrescenta(casaDoBit[s], casaDoBit[t], casaDoBit[w]);
-            RotasLongas<Geradora, Lado>(t, (vazias | de) & ~para, restantes, rota, 5 - d);
+            RotasLongas<Geradora, Lado>(t, (vazias | de) & ~para, restantes, rota);
             rota.tam = static_cast<uint8_t>(rota.tam - 3);
         } while (livres);
     }
@@ -509,11 +508,11 @@ bool Gerador::RotasNasMascaras(const Posicao& p, int casa, const Mascaras& m) {
         const uint32_t guardada = rotacao;
         bool saltou = false;
         if (Regra == 1)
-            saltou = lado == 1 ? RotasLongas<1, 1>(s, m.vazias, alheias, rota, 0)
-                               : RotasLongas<1, 2>(s, m.vazias, alheias, rota, 0);
+            saltou = lado == 1 ? RotasLongas<1, 1>(s, m.vazias, alheias, rota)
+                               : RotasLongas<1, 2>(s, m.vazias, alheias, rota);
         else if (Regra == 2 || Regra == 3)
-            saltou = lado == 1 ? RotasLongas<2, 1>(s, m.vazias, alheias, rota, 0)
-                               : RotasLongas<2, 2>(s, m.vazias, alheias, rota, 0);
+            saltou = lado == 1 ? RotasLongas<2, 1>(s, m.vazias, alheias, rota)
+                               : RotasLongas<2, 2>(s, m.vazias, alheias, rota);
         if (!saltou) rotacao = guardada;
         return saltou;
     }

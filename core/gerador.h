@@ -141,11 +141,10 @@ class Gerador {
     // when the piece jumped at least once.
     template <int Geradora, int Lado, bool Dama>
     bool RotasCurtas(int s, Mascara vazias, Mascara alheias, Jogada& rota);
-    // A flying king's routes in GeraDama's order, the same way: `barrada` is the direction
-    // it came back along, and side 2 under rule set 1 draws its rotation at each square as
-    // GeraRegra1 does.
+    // A flying king's routes in GeraDama's order, the same way: side 2 under rule set 1
+    // draws its rotation at each square as GeraRegra1 does.
     template <int Geradora, int Lado>
-    bool RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota, int barrada);
+    bool RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota);
     // Plays the jump (de, para, saltada) and goes on from `para` with `segue(posicao,
     // rota)`: with the short cuts on, in place on p and on the route, taken back afterwards
     // (the generators read only the squares); otherwise on copies of both.
