@@ -159,16 +159,16 @@ void Gerador::GeraQueTomam(Posicao& p, Mascara tomam, bool computador, const Mas
             BaseCaptura = ProximaLivre;
         }
     };
-    // The short pieces' routes are read off the masks when they are the board's own. A
-    // board with a piece on a light square goes the mailbox's way.
+    // The routes are read off the masks when they are the board's own. A board with a
+    // piece on a light square goes the mailbox's way.
     const bool mascaras = m && m->fiel && !m->soLenta[0] && !m->soLenta[1];
     int ultimo = 0;
     for (; lugares; lugares &= lugares - 1) {
         recomeca();
         ultimo = __builtin_ctz(lugares);
         const int casa = p.Peca(numeroDoLugar[ultimo], p.Vez) & 127;
-        // The masks' routes leave out the piece's plain moves, which its first capture
-        // would wipe: that holds while the plain offers cannot fill the table.
+        // The masks' routes leave out the piece's plain moves (13 at most), which its first
+        // capture would wipe: that holds while the plain offers cannot fill the table.
         if (mascaras && ProximaLivre + 16 <= CAPACIDADE && RotasNasMascaras(p, casa, *m)) continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }

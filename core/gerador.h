@@ -132,9 +132,9 @@ class Gerador {
     void AnotaSimples(int de, int para);
     void GeraDama(Posicao& p, int casa, int saltos, Jogada& texto, int barrada,
                   const int* direcoes);
-    // The capture routes of the short piece on `casa` (a man, or a king of rule set 4),
-    // read off the masks of the board: the same routes in the same order as GeraCurta.
-    // False, with nothing offered, when the piece is not one of the side's short pieces on
+    // The capture routes of the piece on `casa`, read off the masks of the board: the same
+    // routes in the same order as GeraCurta (a man, or a king of rule set 4) or GeraDama (a
+    // flying king). False, with nothing offered, when the piece is not one of the side's on
     // the masks or cannot take: the mailbox's generator is then asked.
     bool RotasNasMascaras(const Posicao& p, int casa, const Mascaras& m);
     // From bit s, with the free squares and the other side's pieces not yet jumped; true
