@@ -452,44 +452,73 @@ inline Mascara PousosNaDirecao(int s, Mascara ocupadas, Mascara alheias, int& sa
 // GeraDama on the masks: the landing squares of each direction walked from the nearest, as
 // the mailbox's walk meets them. A jumped piece stays out of `vazias` and blocks, the way
 // back too, so no direction needs barring. The plain moves are not offered: this runs only
-// for a king that can take, whose first capture wipes them. The four directions are read at
-// once, so that side 2's drawn order costs no guess of a branch.
-template <int Geradora, int Lado>
-bool Gerador::RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota) {
-    int rodada[5] = {4, 0, 0, 0, 0};
-    const int* ordem =
-        Lado == 1 || Geradora != 1 ? (Lado == 1 ? ordemTodas : ordemTodasInversa) : rodada;
-    if constexpr (Geradora == 1 && Lado == 2) {
-        const int r = Rotacao();
-        for (int i = 1; i <= 4; ++i) rodada[i] = r + i > 4 ? r + i - 4 : r + i;
-    }
-    const Mascara de = Mascara{1} << s, ocupadas = ~vazias;
+// for a king that can take, whose first capture wipes them. The rays are read before any
+// is walked, without branches, so that side 2's drawn order costs no guess of a branch;
+// past the first square only the two across the jump are read, the one along it being
+// what every landing square of that jump sees alike.
+template <int Geradora, int Lado, int Vinda>
+bool Gerador::RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota, Mascara frente,
+                          int saltadaFrente) {
+    int r = 4; // the drawn rotation: the order starts after direction r
+    if constexpr (Geradora == 1 && Lado == 2) r = Rotacao();
+    const Mascara ocupadas = ~vazias;
     std::array<Mascara, 5> pousos;
     std::array<int, 5> saltadas;
-    pousos[1] = PousosNaDirecao<1>(s, ocupadas, alheias, saltadas[1]);
-    pousos[2] = PousosNaDirecao<2>(s, ocupadas, alheias, saltadas[2]);
-    pousos[3] = PousosNaDirecao<3>(s, ocupadas, alheias, saltadas[3]);
-    pousos[4] = PousosNaDirecao<4>(s, ocupadas, alheias, saltadas[4]);
+    auto le = [&]<int d>() { pousos[d] = PousosNaDirecao<d>(s, ocupadas, alheias, saltadas[d]); };
+    if constexpr (Vinda == 0) {
+        le.template operator()<1>();
+        le.template operator()<2>();
+        le.template operator()<3>();
+        le.template operator()<4>();
+    } else {
+        constexpr int a = Vinda == 1 || Vinda == 4 ? 2 : 1;
+        le.template operator()<a>();
+        le.template operator()<5 - a>();
+        pousos[Vinda] = frente;
+        saltadas[Vinda] = saltadaFrente;
+        pousos[5 - Vinda] = 0;
+    }
     if (!(pousos[1] | pousos[2] | pousos[3] | pousos[4])) {
         if (rota.tam) AnotaJogada(rota);
         return false;
     }
-    for (int i = 1; i <= 4; ++i) {
-        const int d = ordem[i];
+    const Mascara de = Mascara{1} << s;
+    auto caminha = [&]<int d>() {
         Mascara livres = pousos[d];
-        if (!livres) continue;
+        if (!livres) return;
+        auto primeira = [](Mascara m) {
+            return d >= 3 ? __builtin_ctzll(m) : 63 - __builtin_clzll(m);
+        };
         const int w = saltadas[d];
         const Mascara restantes = alheias & ~(Mascara{1} << w);
+        int saltadaAlem;
+        const Mascara alem = PousosNaDirecao<d>(primeira(livres), ocupadas, restantes, saltadaAlem);
         do {
-            const int baixo = __builtin_ctzll(livres), alto = 63 - __builtin_clzll(livres);
-            const int t = d >= 3 ? baixo : alto;
+            const int t = primeira(livres);
             const Mascara para = Mascara{1} << t;
             livres &= ~para;
             rota.acrescenta(casaDoBit[s], casaDoBit[t], casaDoBit[w]);
-            RotasLongas<Geradora, Lado>(t, (vazias | de) & ~para, restantes, rota);
+            RotasLongas<Geradora, Lado, d>(t, (vazias | de) & ~para, restantes, rota, alem,
+                                           saltadaAlem);
             rota.tam = static_cast<uint8_t>(rota.tam - 3);
         } while (livres);
-    }
+    };
+    auto emOrdem = [&]<int d1, int d2, int d3, int d4>() {
+        caminha.template operator()<d1>();
+        caminha.template operator()<d2>();
+        caminha.template operator()<d3>();
+        caminha.template operator()<d4>();
+    };
+    if (Lado == 2 && Geradora != 1)
+        emOrdem.template operator()<4, 3, 2, 1>();
+    else if (r == 1)
+        emOrdem.template operator()<2, 3, 4, 1>();
+    else if (r == 2)
+        emOrdem.template operator()<3, 4, 1, 2>();
+    else if (r == 3)
+        emOrdem.template operator()<4, 1, 2, 3>();
+    else
+        emOrdem.template operator()<1, 2, 3, 4>();
     return true;
 }
 
@@ -508,11 +537,11 @@ bool Gerador::RotasNasMascaras(const Posicao& p, int casa, const Mascaras& m) {
         const uint32_t guardada = rotacao;
         bool saltou = false;
         if (Regra == 1)
-            saltou = lado == 1 ? RotasLongas<1, 1>(s, m.vazias, alheias, rota)
-                               : RotasLongas<1, 2>(s, m.vazias, alheias, rota);
+            saltou = lado == 1 ? RotasLongas<1, 1, 0>(s, m.vazias, alheias, rota, 0, 0)
+                               : RotasLongas<1, 2, 0>(s, m.vazias, alheias, rota, 0, 0);
         else if (Regra == 2 || Regra == 3)
-            saltou = lado == 1 ? RotasLongas<2, 1>(s, m.vazias, alheias, rota)
-                               : RotasLongas<2, 2>(s, m.vazias, alheias, rota);
+            saltou = lado == 1 ? RotasLongas<2, 1, 0>(s, m.vazias, alheias, rota, 0, 0)
+                               : RotasLongas<2, 2, 0>(s, m.vazias, alheias, rota, 0, 0);
         if (!saltou) rotacao = guardada;
         return saltou;
     }

@@ -142,9 +142,13 @@ class Gerador {
     template <int Geradora, int Lado, bool Dama>
     bool RotasCurtas(int s, Mascara vazias, Mascara alheias, Jogada& rota);
     // A flying king's routes in GeraDama's order, the same way: side 2 under rule set 1
-    // draws its rotation at each square as GeraRegra1 does.
-    template <int Geradora, int Lado>
-    bool RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota);
+    // draws its rotation at each square as GeraRegra1 does. `Vinda` is the direction of
+    // the jump that led to s (0 at the first square); along it the king sees `frente`,
+    // landing squares behind the piece of bit `saltadaFrente`, as at every landing square
+    // of that jump.
+    template <int Geradora, int Lado, int Vinda>
+    bool RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota, Mascara frente,
+                     int saltadaFrente);
     // Plays the jump (de, para, saltada) and goes on from `para` with `segue(posicao,
     // rota)`: with the short cuts on, in place on p and on the route, taken back afterwards
     // (the generators read only the squares); otherwise on copies of both.
