@@ -302,8 +302,16 @@ TEST(Gerador, ListasDasMascarasIguaisAsDePecas) {
         posicoes.push_back(p);
     }
     for (const Posicao& p : VoltasECoroacoes()) posicoes.push_back(p);
+    // A king of each side that can take along all four rays, under several rotations: the
+    // seed of the rotation changes with each board.
+    for (int k = 0; k < 8; ++k) {
+        posicoes.push_back(Pos(2, {{55, 20}, {44, 1}, {46, 1}, {64, 10}, {66, 1}, {86, 1}}));
+        posicoes.push_back(Pos(1, {{55, 10}, {44, 2}, {46, 2}, {64, 20}, {66, 2}, {24, 2}}));
+    }
     int capturas = 0;
+    uint32_t semente = 12345;
     for (const Posicao& base : posicoes) {
+        ++semente;
         const Mascaras m = LeMascaras(base);
         const Mascara damas = DamasDe(base) & static_cast<Mascara>(rng() | uint64_t{rng()} << 32);
         for (int regra = 1; regra <= 4; ++regra) {
@@ -312,7 +320,7 @@ TEST(Gerador, ListasDasMascarasIguaisAsDePecas) {
             auto lista = [&](const Mascaras* mascaras, bool humano, bool todasTomam) {
                 Gerador g;
                 g.Regra = regra;
-                g.SemeiaRotacao(12345);
+                g.SemeiaRotacao(semente);
                 Posicao p = base;
                 p.IniLista = 1;
                 Gerador::Analise a = g.Analisa(p, m);
