@@ -563,93 +563,12 @@ bool Gerador::RotasNasMascaras(const Posicao& p, int casa, const Mascaras& m) {
     }
 }
 
-namespace {
-
-// 1 when the first piece that a flying king on bit s meets along direction d, past free
-// squares and before the edge, is in `alvos`: the pieces that are not the king's own and
-// have a free square behind them along d.
-inline int SaltaLonge(int s, int d, Mascara ocupadas, Mascara alvos) {
-    const Mascara x = Raios[s][d] & ocupadas;
-    if (!(x & alvos)) return 0; // nothing to take on this ray at all
-    const int w = PrimeiraCasa(x, d);
-    return static_cast<int>((alvos >> w) & 1);
-}
-
-// The flying kings of `damas` that can take going along step d: the first piece each
-// meets past free squares is one of `alheias` with a free square behind it. The targets
-// are spread back against d through the free squares (1, 2, then 4 steps at a time, a
-// step off a row's edge landing on a light square, which is never free).
-template <int d> inline Mascara VeemAlvos(Mascara damas, Mascara alheias, Mascara vazias) {
-    Mascara alcance = alheias & Ve<d>(vazias), livres = vazias;
-    alcance |= livres & Ve<d>(alcance);
-    livres &= Ve<d>(livres);
-    alcance |= livres & Ve<d>(Ve<d>(alcance));
-    livres &= Ve<d>(Ve<d>(livres));
-    alcance |= livres & Ve<d>(Ve<d>(Ve<d>(Ve<d>(alcance))));
-    return damas & Ve<d>(alcance);
-}
-
-// Short jumps along step d from the pieces of `de` over those of `inimigas`.
-template <int d> inline Mascara Salta(Mascara de, Mascara inimigas, Mascara vazias) {
-    return de & Ve<d>(inimigas) & Ve<d>(Ve<d>(vazias));
-}
-
-// The mover's pieces are taken from the masks of the mailbox: in every position that
-// MontaPosicao and FazJogada build they are exactly the pieces of Pecas, each with its
-// number. A piece without a number (a thirteenth one) or on a light square leaves the
-// question to the slow way.
-template <int Lado> Gerador::Analise AnalisaLado(const Mascaras& m, int regra) {
-    constexpr int f1 = Lado == 1 ? -11 : 11, f2 = Lado == 1 ? -9 : 9;
-    Gerador::Analise a;
-    if (m.soLenta[Lado - 1]) return a;
-    const Mascara proprias = m.lados[Lado - 1], inimigas = m.lados[2 - Lado], v = m.vazias;
-    const Mascara damas = proprias & m.damas, homens = proprias & ~m.damas;
-    const Mascara anda = (homens & (Ve<f1>(v) | Ve<f2>(v))) |
-                         (damas & (Ve<-11>(v) | Ve<-9>(v) | Ve<9>(v) | Ve<11>(v)));
-    // A man takes forward, and backward too under rule set 1; a king of rule set 4 takes
-    // like a man in every direction.
-    a.tomam = Salta<f1>(homens, inimigas, v) | Salta<f2>(homens, inimigas, v);
-    if (regra == 1) a.tomam |= Salta<-f1>(homens, inimigas, v) | Salta<-f2>(homens, inimigas, v);
-    if (regra == 4) {
-        a.tomam |= Salta<-11>(damas, inimigas, v) | Salta<-9>(damas, inimigas, v) |
-                   Salta<9>(damas, inimigas, v) | Salta<11>(damas, inimigas, v);
-    } else if (damas & (damas - 1)) {
-        // Two kings or more: from the pieces each king could take along a direction, back
-        // through the free squares to the kings that see them, all kings at once.
-        const Mascara alheias = ~v & ~proprias;
-        a.tomam |= VeemAlvos<-11>(damas, alheias, v) | VeemAlvos<-9>(damas, alheias, v) |
-                   VeemAlvos<9>(damas, alheias, v) | VeemAlvos<11>(damas, alheias, v);
-    } else if (damas) {
-        const Mascara ocupadas = ~v, alheias = ocupadas & ~proprias;
-        const Mascara alvos[5] = {0, alheias & Ve<-11>(v), alheias & Ve<-9>(v), alheias & Ve<9>(v),
-                                  alheias & Ve<11>(v)};
-        for (Mascara resto = damas; resto; resto &= resto - 1) {
-            const int s = __builtin_ctzll(resto);
-            const int toma =
-                SaltaLonge(s, 1, ocupadas, alvos[1]) | SaltaLonge(s, 2, ocupadas, alvos[2]) |
-                SaltaLonge(s, 3, ocupadas, alvos[3]) | SaltaLonge(s, 4, ocupadas, alvos[4]);
-            if (toma) a.tomam |= resto & -resto;
-        }
-    }
-    a.tipo = a.tomam ? 3 : anda ? 2 : 1;
-    return a;
-}
-
-} // namespace
-
 Gerador::Analise Gerador::Analisa(const Posicao& p) const {
     return Analisa(p, LeMascaras(p));
 }
 
 Gerador::Analise Gerador::Analisa(const Posicao& p, const Mascaras& m) const {
     return Analisa(p.Vez, m);
-}
-
-Gerador::Analise Gerador::Analisa(int vez, const Mascaras& m) const {
-    if (Regra < 1 || Regra > 4) return {};
-    if (vez == 1) return AnalisaLado<1>(m, Regra);
-    if (vez == 2) return AnalisaLado<2>(m, Regra);
-    return {};
 }
 
 template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&& numero) {

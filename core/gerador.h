@@ -3,6 +3,7 @@
 // capture is played on the position (in place, and taken back when the branch is done),
 // and finished routes are offered to a list that keeps only the longest. All lists of a
 // search are stacked in one table.
+#include "core/analise.h"
 #include "core/jogada.h"
 #include "core/mascaras.h"
 #include "core/posicao.h"
@@ -20,19 +21,12 @@ class Gerador {
     Gerador();
 
     // What the side to move can play, found without building the list.
-    struct Analise {
-        // The value MaiorTexto would end with when no piece can take (2 with a plain move,
-        // 1 with none); 3 when some piece can take; 0 when only the list can tell (an
-        // unknown rule set, a piece without a number).
-        int tipo = 0;
-        // The squares of the pieces that can take.
-        Mascara tomam = 0;
-    };
+    using Analise = velmora::Analise;
     Analise Analisa(const Posicao& p) const;
     // The same with the masks of p at hand.
     Analise Analisa(const Posicao& p, const Mascaras& m) const;
     // The same for side `vez` to move on the board of m.
-    Analise Analisa(int vez, const Mascaras& m) const;
+    Analise Analisa(int vez, const Mascaras& m) const { return AnalisaMascaras(Regra, vez, m); }
     int MaiorTipo(const Posicao& p) const { return Analisa(p).tipo; }
 
     // Slots 1..CAPACIDADE; a node's moves occupy IniLista..FimLista of its position.
