@@ -437,12 +437,10 @@ namespace {
 // holds nothing.
 template <int d>
 inline Mascara PousosNaDirecao(int s, Mascara ocupadas, Mascara alheias, int& saltada) {
-    constexpr bool desce = d >= 3; // along the bits' order
-    constexpr Mascara canto = desce ? Mascara{1} << 63 : 1;
-    auto primeira = [](Mascara m) { return desce ? __builtin_ctzll(m) : 63 - __builtin_clzll(m); };
-    const int w = primeira((Raios[s][d] & ocupadas) | canto);
+    constexpr Mascara canto = d >= 3 ? Mascara{1} << 63 : 1; // past the ray's end
+    const int w = PrimeiraCasa<d>((Raios[s][d] & ocupadas) | canto);
     const Mascara alem = Raios[w][d];
-    const int z = primeira((alem & ocupadas) | canto);
+    const int z = PrimeiraCasa<d>((alem & ocupadas) | canto);
     saltada = w;
     return alem & ~(Raios[z][d] | Mascara{1} << z) & (Mascara{0} - ((alheias >> w) & 1));
 }
@@ -486,15 +484,13 @@ bool Gerador::RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota, 
     auto caminha = [&]<int d>() {
         Mascara livres = pousos[d];
         if (!livres) return;
-        auto primeira = [](Mascara m) {
-            return d >= 3 ? __builtin_ctzll(m) : 63 - __builtin_clzll(m);
-        };
         const int w = saltadas[d];
         const Mascara restantes = alheias & ~(Mascara{1} << w);
         int saltadaAlem;
-        const Mascara alem = PousosNaDirecao<d>(primeira(livres), ocupadas, restantes, saltadaAlem);
+        const Mascara alem =
+            PousosNaDirecao<d>(PrimeiraCasa<d>(livres), ocupadas, restantes, saltadaAlem);
         do {
-            const int t = primeira(livres);
+            const int t = PrimeiraCasa<d>(livres);
             const Mascara para = Mascara{1} << t;
             livres &= ~para;
             rota.acrescenta(casaDoBit[s], casaDoBit[t], casaDoBit[w]);

@@ -68,6 +68,13 @@ inline constexpr auto Raios = [] {
 inline int PrimeiraCasa(Mascara m, int d) {
     return d >= 3 ? __builtin_ctzll(m) : 63 - __builtin_clzll(m);
 }
+// The same with the direction known when compiling.
+template <int d> inline int PrimeiraCasa(Mascara m) {
+    if constexpr (d >= 3)
+        return __builtin_ctzll(m);
+    else
+        return 63 - __builtin_clzll(m);
+}
 
 // Moves the bit of the square one mailbox step `d` away onto the square itself.
 template <int d> inline Mascara Ve(Mascara m) {
