@@ -1,7 +1,7 @@
 #pragma once
 // What the side to move can play, read off the masks in a few word operations without
-// building the list: whether it can take, with which pieces, or only move. Inline, so that
-// the search's nodes read it without a call.
+// building the list: whether it can take, with which pieces, or only move. In a header, so
+// that the search and perft reach it without going through the generator.
 #include "core/mascaras.h"
 
 namespace velmora {
