@@ -2,6 +2,7 @@
 // Plays a move string on a position. The one place where a move changes a position: the
 // generators (one step at a time), the search (a whole move on a copy) and the real board.
 #include "core/casas.h"
+#include "core/jogada.h"
 #include "core/posicao.h"
 
 #include <cstdint>
@@ -108,10 +109,12 @@ inline void FazJogadaGerada(Posicao& p, const uint8_t* s, int n, bool Conclui) {
 // search walk the tree on one position instead of copying it into every child.
 struct Desfazer {
     int16_t saldo;
-    uint8_t peca;             // the byte of the moving piece on its first square
-    uint8_t pecaAntes;        // its entry in Pecas
-    uint8_t tomadas[12];      // the bytes of the jumped squares, in the move's order
-    uint8_t numerosAntes[12]; // the Pecas entries of the jumped pieces
+    uint8_t peca;      // the byte of the moving piece on its first square
+    uint8_t pecaAntes; // its entry in Pecas
+    // the bytes of the jumped squares, in the move's order, and the Pecas entries of the
+    // jumped pieces: as many as a move can hold
+    uint8_t tomadas[Jogada::MAXIMO / 3];
+    uint8_t numerosAntes[Jogada::MAXIMO / 3];
 };
 
 // FazJogadaGerada of a whole move (crowning, points by direction), keeping in `d` what

@@ -109,14 +109,25 @@ struct Mascaras {
     bool operator==(const Mascaras&) const = default;
 };
 
-// Carries m over a plain move from the square of bit `de` to that of bit `para`, of the
+// m carried over a plain move from the square of bit `de` to that of bit `para`, of the
 // side whose mask holds `de` (side 2 when neither does); `coroada` when the move crowned.
+// Built field by field from m's words, with both sides written through all-ones or
+// all-zero words rather than an index: a copy of m changed in place would be read back
+// from a wider store than the read, which the processor cannot forward.
+inline Mascaras ComSimples(const Mascaras& m, Mascara de, Mascara para, bool coroada) {
+    const Mascara l0 = m.lados[0], l1 = m.lados[1], damas = m.damas;
+    const Mascara doLado1 = Mascara{0} - ((l0 & de) != 0);
+    Mascaras r;
+    r.vazias = (m.vazias | de) & ~para;
+    r.lados[0] = (l0 & ~(de & doLado1)) | (para & doLado1);
+    r.lados[1] = (l1 & ~(de & ~doLado1)) | (para & ~doLado1);
+    r.damas = (damas & ~(de | para)) | (para & (Mascara{0} - (((damas & de) != 0) | coroada)));
+    r.soLenta = m.soLenta;
+    r.fiel = m.fiel;
+    return r;
+}
 inline void AplicaSimples(Mascaras& m, Mascara de, Mascara para, bool coroada) {
-    const int lado = (m.lados[0] & de) ? 0 : 1;
-    const Mascara dama = (m.damas & de) || coroada ? para : 0;
-    m.lados[lado] = (m.lados[lado] & ~de) | para;
-    m.damas = (m.damas & ~(de | para)) | dama;
-    m.vazias = (m.vazias | de) & ~para;
+    m = ComSimples(m, de, para, coroada);
 }
 
 // What a capture route s[0..n) (three squares a jump) that the list of a board of m gave
@@ -146,12 +157,17 @@ inline CapturaLida LeCaptura(const Mascaras& m, int lado, const uint8_t* s, int 
     return r;
 }
 
-// Carries m over a capture read by LeCaptura for side `lado`.
-inline void AplicaCaptura(Mascaras& m, int lado, const CapturaLida& c) {
-    m.lados[lado - 1] = (m.lados[lado - 1] & ~c.de) | c.para;
-    m.lados[2 - lado] &= ~c.tomadas;
-    m.damas = (m.damas & ~(c.de | c.tomadas)) | (c.dama ? c.para : 0);
-    m.vazias = (m.vazias | c.de | c.tomadas) & ~c.para;
+// m carried over a capture read by LeCaptura for side `lado`, built as ComSimples builds.
+inline Mascaras ComCaptura(const Mascaras& m, int lado, const CapturaLida& c) {
+    const Mascara lado1 = Mascara{0} - (lado == 1);
+    Mascaras r;
+    r.vazias = (m.vazias | c.de | c.tomadas) & ~c.para;
+    r.lados[0] = (m.lados[0] & ~((c.de & lado1) | (c.tomadas & ~lado1))) | (c.para & lado1);
+    r.lados[1] = (m.lados[1] & ~((c.de & ~lado1) | (c.tomadas & lado1))) | (c.para & ~lado1);
+    r.damas = (m.damas & ~(c.de | c.tomadas)) | (c.dama ? c.para : 0);
+    r.soLenta = m.soLenta;
+    r.fiel = m.fiel;
+    return r;
 }
 
 Mascaras LeMascaras(const Posicao& p);

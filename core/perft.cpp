@@ -168,8 +168,7 @@ uint64_t Conta(Gerador& g, Posicao& p, const Mascaras& m, int prof, ModoLista mo
             const int de = j.c[0], para = j.c[1];
             const bool coroa =
                 !(p.Casas[de] & DAMA) && static_cast<unsigned>(para - (vez == 1 ? 12 : 82)) < 8u;
-            Mascaras mf = m;
-            AplicaSimples(mf, Bit(de), Bit(para), coroa);
+            const Mascaras mf = ComSimples(m, Bit(de), Bit(para), coroa);
             const Gerador::Analise af = g.Analisa(3 - vez, mf);
             if (af.tipo == 2) {
                 const int saldo = p.Saldo + (coroa ? (vez == 1 ? 20 : -20) : 0);

@@ -75,8 +75,7 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
             // general way below, as the rest of its walk does.)
             const bool coroa =
                 !(p.Casas[de] & DAMA) && static_cast<unsigned>(para - (vez == 1 ? 12 : 82)) < 8u;
-            Mascaras mc = m;
-            AplicaSimples(mc, Bit(de), Bit(para), coroa);
+            const Mascaras mc = ComSimples(m, Bit(de), Bit(para), coroa);
             auto filho = [&] {
                 Posicao copia = p;
                 JogaSimples(copia, de, para, coroa);
@@ -103,8 +102,7 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
             // A capture of the list to the horizon: the masks and the balance first, the
             // child built only when it has something to take.
             const CapturaLida c = LeCaptura(m, vez, jogada.c.data(), jogada.tam);
-            Mascaras mc = m;
-            AplicaCaptura(mc, vez, c);
+            const Mascaras mc = ComCaptura(m, vez, c);
             const Gerador::Analise a = Entra(ply + 1, fim + 1, 3 - vez, mc);
             if (a.tipo == 2) {
                 valor = vez == 1 ? p.Saldo + c.ganho : c.ganho - p.Saldo;
