@@ -19,7 +19,16 @@ void Motor::ZeraContadores() {
     JogadaUnica = false;
 }
 
-Gerador::Analise Motor::Entra(int ply, int iniLista, int vez, const Mascaras& m) {
+namespace {
+
+// The value of a position for side Vez, to move.
+template <int Vez> int Valor(const Posicao& p) {
+    return Vez == 1 ? p.Saldo : -p.Saldo;
+}
+
+} // namespace
+
+template <int Vez> Gerador::Analise Motor::Entra(int ply, int iniLista, const Mascaras& m) {
     if (ply > MaxPly) MaxPly = ply;
     ++Nos;
     Tabela& linha = *LinhaPrincipal;
@@ -30,18 +39,19 @@ Gerador::Analise Motor::Entra(int ply, int iniLista, int vez, const Mascaras& m)
             g.Slot(iniLista) = linha[0][ply];
     }
     linha[ply][ply].tam = 0;
-    return g.Atalho ? g.Analisa(vez, m) : Gerador::Analise{};
+    if (!g.Atalho || g.Regra < 1 || g.Regra > 4) return {};
+    return analise::AnalisaLado<Vez>(m, g.Regra);
 }
 
-template <bool Silencioso>
+template <bool Silencioso, int Vez>
 int Motor::No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa, int beta) {
-    const Gerador::Analise analise = Entra(ply, p.IniLista, p.Vez, m);
+    const Gerador::Analise analise = Entra<Vez>(ply, p.IniLista, m);
     // At the horizon a quiet position is valued as it stands: its list would be thrown away.
-    if (ply >= profundidade && analise.tipo == 2) return ValorPosicao(p);
-    return Expande<Silencioso>(p, m, analise, ply, profundidade, alfa, beta);
+    if (ply >= profundidade && analise.tipo == 2) return Valor<Vez>(p);
+    return Expande<Silencioso, Vez>(p, m, analise, ply, profundidade, alfa, beta);
 }
 
-template <bool Silencioso>
+template <bool Silencioso, int Vez>
 int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analise, int ply,
                    int profundidade, int alfa, int beta) {
     Tabela& linha = *LinhaPrincipal;
@@ -49,12 +59,12 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
     bool todasDamas = g.ListaComputador(p, damasReferencia, analise, &m);
     if constexpr (Silencioso) todasDamas = false;
     if (g.Estouro) return 0; // the iteration is given up by the deepening loop
-    if ((ply >= profundidade && g.MaiorTexto == 2) || ply == PLY_MAXIMO) return ValorPosicao(p);
+    if ((ply >= profundidade && g.MaiorTexto == 2) || ply == PLY_MAXIMO) return Valor<Vez>(p);
 
     int melhor = ply - 10000;
     const int ini = p.IniLista, fim = p.FimLista;
     const int n = fim - ini + 1;
-    const int vez = p.Vez;
+    constexpr int vez = Vez, outro = 3 - Vez;
     // Whether the children stand at the horizon.
     const bool horizonte = ply + 1 >= profundidade;
     for (int k = 0; k < n; ++k) {
@@ -66,7 +76,7 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
         int valor;
         const int de = jogada.c[0], para = jogada.c[1];
         if (!Silencioso && fim == 1) {
-            valor = ValorPosicao(p);
+            valor = Valor<Vez>(p);
             JogadaUnica = true;
         } else if (jogada.tam == 2 && (p.Casas[de] & BitDoLado(vez)) && p.Casas[para] == 0) {
             // A plain move of the mover's piece to a free square: the masks and the balance
@@ -80,22 +90,23 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
                 Posicao copia = p;
                 JogaSimples(copia, de, para, coroa);
                 copia.IniLista = static_cast<int16_t>(fim + 1);
-                copia.Vez = static_cast<uint8_t>(3 - vez);
+                copia.Vez = static_cast<uint8_t>(outro);
                 return copia;
             };
             if (horizonte) {
-                const Gerador::Analise a = Entra(ply + 1, fim + 1, 3 - vez, mc);
+                const Gerador::Analise a = Entra<outro>(ply + 1, fim + 1, mc);
                 if (a.tipo == 2) {
                     const int saldo = p.Saldo + (coroa ? (vez == 1 ? 20 : -20) : 0);
                     valor = vez == 1 ? saldo : -saldo;
                 } else {
                     Posicao copia = filho();
-                    valor = -Expande<Silencioso>(copia, mc, a, ply + 1, profundidade, -beta, -alfa);
+                    valor = -Expande<Silencioso, outro>(copia, mc, a, ply + 1, profundidade, -beta,
+                                                        -alfa);
                     if (g.Estouro) return melhor;
                 }
             } else {
                 Posicao copia = filho();
-                valor = -No<Silencioso>(copia, mc, ply + 1, profundidade, -beta, -alfa);
+                valor = -No<Silencioso, outro>(copia, mc, ply + 1, profundidade, -beta, -alfa);
                 if (g.Estouro) return melhor;
             }
         } else if (horizonte && jogada.tam >= 3 && m.fiel && !(naLinha && i == ini)) {
@@ -103,22 +114,23 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
             // child built only when it has something to take.
             const CapturaLida c = LeCaptura(m, vez, jogada.c.data(), jogada.tam);
             const Mascaras mc = ComCaptura(m, vez, c);
-            const Gerador::Analise a = Entra(ply + 1, fim + 1, 3 - vez, mc);
+            const Gerador::Analise a = Entra<outro>(ply + 1, fim + 1, mc);
             if (a.tipo == 2) {
                 valor = vez == 1 ? p.Saldo + c.ganho : c.ganho - p.Saldo;
             } else {
                 Posicao copia = p;
                 FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
                 copia.IniLista = static_cast<int16_t>(fim + 1);
-                copia.Vez = static_cast<uint8_t>(3 - vez);
-                valor = -Expande<Silencioso>(copia, mc, a, ply + 1, profundidade, -beta, -alfa);
+                copia.Vez = static_cast<uint8_t>(outro);
+                valor =
+                    -Expande<Silencioso, outro>(copia, mc, a, ply + 1, profundidade, -beta, -alfa);
                 if (g.Estouro) return melhor;
             }
         } else {
             Posicao copia = p;
             FazJogadaGerada(copia, jogada.c.data(), jogada.tam, true);
             copia.IniLista = static_cast<int16_t>(fim + 1);
-            copia.Vez = static_cast<uint8_t>(3 - vez);
+            copia.Vez = static_cast<uint8_t>(outro);
             Mascaras mc = m;
             AplicaJogada(mc, jogada.c.data(), jogada.tam, copia);
             if (naLinha && i == ini) {
@@ -128,7 +140,7 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
                 mc.fiel = mc.fiel && lidas.fiel && lidas.vazias == mc.vazias &&
                           lidas.lados == mc.lados && lidas.damas == mc.damas;
             }
-            valor = -No<Silencioso>(copia, mc, ply + 1, profundidade, -beta, -alfa);
+            valor = -No<Silencioso, outro>(copia, mc, ply + 1, profundidade, -beta, -alfa);
             if (g.Estouro) return melhor;
         }
         if (valor > melhor) {
@@ -148,14 +160,21 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
     return melhor;
 }
 
-int Motor::AlfaBeta(Posicao& p, int ply, int profundidade, int alfa, int beta) {
+template <bool Silencioso>
+int Motor::Raiz(Posicao& p, int ply, int profundidade, int alfa, int beta) {
     damasReferencia = DamasDe(ctx.Atual);
-    return No<false>(p, LeMascaras(p), ply, profundidade, alfa, beta);
+    // Each side has its own copy of the node: no branch on the side to move is left in it.
+    if (p.Vez == 1) return No<Silencioso, 1>(p, LeMascaras(p), ply, profundidade, alfa, beta);
+    if (p.Vez == 2) return No<Silencioso, 2>(p, LeMascaras(p), ply, profundidade, alfa, beta);
+    return ValorPosicao(p); // no side to move: nothing is listed
+}
+
+int Motor::AlfaBeta(Posicao& p, int ply, int profundidade, int alfa, int beta) {
+    return Raiz<false>(p, ply, profundidade, alfa, beta);
 }
 
 int Motor::AlfaBetaSilencioso(Posicao& p, int ply, int profundidade, int alfa, int beta) {
-    damasReferencia = DamasDe(ctx.Atual);
-    return No<true>(p, LeMascaras(p), ply, profundidade, alfa, beta);
+    return Raiz<true>(p, ply, profundidade, alfa, beta);
 }
 
 int Motor::Aprofunda(Posicao& raiz, double segundos, int profMaxima, bool silencioso) {

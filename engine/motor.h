@@ -61,14 +61,15 @@ class Motor : public Pensador {
     bool EstourouLista = false;
 
   private:
-    // m: the masks of p, carried down from the root.
-    template <bool Silencioso>
+    // m: the masks of p, carried down from the root; side Vez is to move on p.
+    template <bool Silencioso> int Raiz(Posicao& p, int ply, int profundidade, int alfa, int beta);
+    template <bool Silencioso, int Vez>
     int No(Posicao& p, const Mascaras& m, int ply, int profundidade, int alfa, int beta);
     // What every node does first: the counters, the stored line, the analysis of the board
-    // of m with side `vez` to move, whose list will begin at slot `iniLista`.
-    Gerador::Analise Entra(int ply, int iniLista, int vez, const Mascaras& m);
+    // of m with side Vez to move, whose list will begin at slot `iniLista`.
+    template <int Vez> Gerador::Analise Entra(int ply, int iniLista, const Mascaras& m);
     // The rest of a node once it is known to be searched: its list and its children.
-    template <bool Silencioso>
+    template <bool Silencioso, int Vez>
     int Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analise, int ply,
                 int profundidade, int alfa, int beta);
     void ZeraContadores();
