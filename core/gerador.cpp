@@ -130,16 +130,17 @@ void Gerador::InverteOrdem() {
     for (int i = 1; i <= 12; ++i) lugarNaOrdem[OrdemPecas[i] & NUMERO] = static_cast<uint8_t>(i);
 }
 
+template <int Lado>
 void Gerador::GeraQueTomam(Posicao& p, Mascara tomam, bool computador, const Mascaras* m) {
     // The pieces that can take are found by their squares, and asked by their places in the
     // order, from the lowest place up, as a walk over all twelve would ask them.
     unsigned numeros = 0;
-    if (m && m->fiel && !m->soLenta[p.Vez - 1]) {
+    if (m && m->fiel && !m->soLenta[Lado - 1]) {
         // each square's own number: Pecas holds the same
         for (Mascara t = tomam; t; t &= t - 1)
             numeros |= 1u << (p.Casas[CasaDoBit(__builtin_ctzll(t))] & NUMERO);
     } else {
-        numeros = NumerosNasCasas(p, p.Vez, tomam);
+        numeros = NumerosNasCasas(p, Lado, tomam);
     }
     unsigned lugares = numeros;
     const int* numeroDoLugar = numeroNatural;
@@ -166,10 +167,11 @@ void Gerador::GeraQueTomam(Posicao& p, Mascara tomam, bool computador, const Mas
     for (; lugares; lugares &= lugares - 1) {
         recomeca();
         ultimo = __builtin_ctz(lugares);
-        const int casa = p.Peca(numeroDoLugar[ultimo], p.Vez) & 127;
+        const int casa = p.Peca(numeroDoLugar[ultimo], Lado) & 127;
         // The masks' routes leave out the piece's plain moves (13 at most), which its first
         // capture would wipe: that holds while the plain offers cannot fill the table.
-        if (mascaras && ProximaLivre + 16 <= CAPACIDADE && RotasNasMascaras(p, casa, *m)) continue;
+        if (mascaras && ProximaLivre + 16 <= CAPACIDADE && RotasNasMascaras<Lado>(casa, *m))
+            continue;
         GeraPeca(p, casa, 0, vazia, 0);
     }
     if (ultimo < 12) recomeca();
@@ -518,10 +520,10 @@ bool Gerador::RotasLongas(int s, Mascara vazias, Mascara alheias, Jogada& rota, 
     return true;
 }
 
-bool Gerador::RotasNasMascaras(const Posicao& p, int casa, const Mascaras& m) {
-    const int lado = p.Vez;
+template <int Lado> bool Gerador::RotasNasMascaras(int casa, const Mascaras& m) {
+    constexpr int lado = Lado;
     const Mascara de = Bit(casa);
-    if (lado < 1 || lado > 2 || !(m.lados[lado - 1] & de)) return false;
+    if (!(m.lados[lado - 1] & de)) return false;
     const bool dama = m.damas & de;
     const int s = __builtin_ctzll(de);
     const Mascara alheias = m.lados[2 - lado];
@@ -533,17 +535,14 @@ bool Gerador::RotasNasMascaras(const Posicao& p, int casa, const Mascaras& m) {
         const uint32_t guardada = rotacao;
         bool saltou = false;
         if (Regra == 1)
-            saltou = lado == 1 ? RotasLongas<1, 1, 0>(s, m.vazias, alheias, rota, 0, 0)
-                               : RotasLongas<1, 2, 0>(s, m.vazias, alheias, rota, 0, 0);
+            saltou = RotasLongas<1, Lado, 0>(s, m.vazias, alheias, rota, 0, 0);
         else if (Regra == 2 || Regra == 3)
-            saltou = lado == 1 ? RotasLongas<2, 1, 0>(s, m.vazias, alheias, rota, 0, 0)
-                               : RotasLongas<2, 2, 0>(s, m.vazias, alheias, rota, 0, 0);
+            saltou = RotasLongas<2, Lado, 0>(s, m.vazias, alheias, rota, 0, 0);
         if (!saltou) rotacao = guardada;
         return saltou;
     }
     auto curta = [&]<int Geradora, bool Dama>() {
-        return lado == 1 ? RotasCurtas<Geradora, 1, Dama>(s, m.vazias, alheias, rota)
-                         : RotasCurtas<Geradora, 2, Dama>(s, m.vazias, alheias, rota);
+        return RotasCurtas<Geradora, Lado, Dama>(s, m.vazias, alheias, rota);
     };
     switch (Regra) {
     case 1:
@@ -567,12 +566,12 @@ Gerador::Analise Gerador::Analisa(const Posicao& p, const Mascaras& m) const {
     return Analisa(p.Vez, m);
 }
 
-template <class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&& numero) {
+template <int Lado, class Numero> void Gerador::ListaSemCaptura(const Posicao& p, Numero&& numero) {
     // Every plain move is offered, so MaiorTexto is 2 from the first one on; with it set at
     // once the kings' own offers change nothing before them.
     MaiorTexto = 2;
-    const int lado = p.Vez;
-    const int f1 = Direcoes[lado == 1 ? 1 : 4], f2 = Direcoes[lado == 1 ? 2 : 3];
+    constexpr int lado = Lado;
+    constexpr int f1 = Direcoes[lado == 1 ? 1 : 4], f2 = Direcoes[lado == 1 ? 2 : 3];
     // The board is read into a local copy and the list's end kept in a register: the bytes
     // written into the slots could otherwise be any of them, and each would be read again.
     std::array<uint8_t, 101> C;
@@ -647,10 +646,19 @@ bool Gerador::ListaComputador(Posicao& p, const Posicao& referencia, const Anali
 
 bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise& a,
                               const Mascaras* m) {
+    if (p.Vez == 1) return ListaComputadorDe<1>(p, damasReferencia, a, m);
+    if (p.Vez == 2) return ListaComputadorDe<2>(p, damasReferencia, a, m);
+    p.FimLista = static_cast<int16_t>(p.IniLista - 1); // no side to move, no move
+    return false;
+}
+
+template <int Lado>
+bool Gerador::ListaComputadorDe(Posicao& p, Mascara damasReferencia, const Analise& a,
+                                const Mascaras* m) {
     MaiorTexto = 1;
     ProximaLivre = BaseCaptura = p.IniLista - 1 + SegueLinha;
     iniNo = p.IniLista;
-    const int lado = p.Vez;
+    constexpr int lado = Lado;
     // Every piece of the side counts, whether it is asked or not; with masks true to Pecas
     // its pieces are those of the masks.
     const bool todasDamas = m && m->fiel && !m->soLenta[lado - 1]
@@ -661,14 +669,14 @@ bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise
     // A node holds at most 12 pieces of 13 plain moves each: the fast way never reaches
     // the end of the table.
     if (Atalho && a.tipo == 2 && ProximaLivre + 157 <= CAPACIDADE) {
-        ListaSemCaptura(p, [this](int i) { return OrdemPecas[i]; });
+        ListaSemCaptura<Lado>(p, [this](int i) { return OrdemPecas[i]; });
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return todasDamas;
     }
     // With a capture on the board, a piece that cannot take adds nothing to the list: only
     // the pieces that can are asked.
     if (Atalho && a.tipo == 3) {
-        GeraQueTomam(p, a.tomam, true, m);
+        GeraQueTomam<Lado>(p, a.tomam, true, m);
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return todasDamas;
     }
@@ -685,6 +693,9 @@ bool Gerador::ListaComputador(Posicao& p, Mascara damasReferencia, const Analise
     return todasDamas;
 }
 
+template bool Gerador::ListaComputadorDe<1>(Posicao&, Mascara, const Analise&, const Mascaras*);
+template bool Gerador::ListaComputadorDe<2>(Posicao&, Mascara, const Analise&, const Mascaras*);
+
 void Gerador::ListaComputador(Posicao& p) {
     ListaComputador(p, p);
 }
@@ -695,18 +706,25 @@ void Gerador::ListaHumano(Posicao& p) {
 }
 
 void Gerador::ListaHumano(Posicao& p, const Analise& a, const Mascaras* m) {
+    if (p.Vez == 1) return ListaHumanoDe<1>(p, a, m);
+    if (p.Vez == 2) return ListaHumanoDe<2>(p, a, m);
+    SegueLinha = 0;
+    p.FimLista = static_cast<int16_t>(p.IniLista - 1); // no side to move, no move
+}
+
+template <int Lado> void Gerador::ListaHumanoDe(Posicao& p, const Analise& a, const Mascaras* m) {
     MaiorTexto = 1;
     SegueLinha = 0;
     ProximaLivre = BaseCaptura = p.IniLista - 1;
     iniNo = p.IniLista;
-    const int lado = p.Vez;
+    constexpr int lado = Lado;
     if (Atalho && a.tipo == 2 && ProximaLivre + 157 <= CAPACIDADE) {
-        ListaSemCaptura(p, [](int i) { return i; });
+        ListaSemCaptura<Lado>(p, [](int i) { return i; });
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return;
     }
     if (Atalho && a.tipo == 3) {
-        GeraQueTomam(p, a.tomam, false, m);
+        GeraQueTomam<Lado>(p, a.tomam, false, m);
         p.FimLista = static_cast<int16_t>(ProximaLivre);
         return;
     }

@@ -54,6 +54,10 @@ class Gerador {
     // masks of p when the caller carries them (the capture routes are then read off them).
     bool ListaComputador(Posicao& p, Mascara damasReferencia, const Analise& a,
                          const Mascaras* m = nullptr);
+    // The same for side Lado to move on p, known when compiling (the search's nodes).
+    template <int Lado>
+    bool ListaComputadorDe(Posicao& p, Mascara damasReferencia, const Analise& a,
+                           const Mascaras* m);
     // The same without the all-kings test (perft and tools).
     void ListaComputador(Posicao& p);
     // The human's list: pieces in plain order, only the routes that take the most pieces.
@@ -115,7 +119,9 @@ class Gerador {
     // OrdemPecas for the computer's list, where under rule sets 2 to 4 each keeps its own
     // longest routes; in number order for the human's. With the masks of p, the short
     // pieces' routes are read off them.
+    template <int Lado>
     void GeraQueTomam(Posicao& p, Mascara tomam, bool computador, const Mascaras* m);
+    template <int Lado> void ListaHumanoDe(Posicao& p, const Analise& a, const Mascaras* m);
     void InverteOrdem();
 
     std::array<int, 13> OrdemPecas{};
@@ -130,7 +136,7 @@ class Gerador {
     // routes in the same order as GeraCurta (a man, or a king of rule set 4) or GeraDama (a
     // flying king). False, with nothing offered, when the piece is not one of the side's on
     // the masks or cannot take: the mailbox's generator is then asked.
-    bool RotasNasMascaras(const Posicao& p, int casa, const Mascaras& m);
+    template <int Lado> bool RotasNasMascaras(int casa, const Mascaras& m);
     // From bit s, with the free squares and the other side's pieces not yet jumped; true
     // when the piece jumped at least once.
     template <int Geradora, int Lado, bool Dama>
@@ -152,7 +158,7 @@ class Gerador {
     int Rotacao();
     // Builds the list of a node where no piece can take, in the order the slow way would,
     // without the generators' tests for captures.
-    template <class Numero> void ListaSemCaptura(const Posicao& p, Numero&& numero);
+    template <int Lado, class Numero> void ListaSemCaptura(const Posicao& p, Numero&& numero);
 
     std::unique_ptr<Jogada[]> ListaJogadas;
     int iniNo = 1; // IniLista of the node whose list is being built

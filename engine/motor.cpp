@@ -56,7 +56,7 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
                    int profundidade, int alfa, int beta) {
     Tabela& linha = *LinhaPrincipal;
     const bool naLinha = g.SegueLinha == 1;
-    bool todasDamas = g.ListaComputador(p, damasReferencia, analise, &m);
+    bool todasDamas = g.ListaComputadorDe<Vez>(p, damasReferencia, analise, &m);
     if constexpr (Silencioso) todasDamas = false;
     if (g.Estouro) return 0; // the iteration is given up by the deepening loop
     if ((ply >= profundidade && g.MaiorTexto == 2) || ply == PLY_MAXIMO) return Valor<Vez>(p);
