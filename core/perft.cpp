@@ -166,8 +166,9 @@ uint64_t Conta(Gerador& g, Posicao& p, const Mascaras& m, int prof, ModoLista mo
             // A plain move to the last ply but one: played on the masks and the balance
             // first; the board is touched only when the child has something to take.
             const int de = j.c[0], para = j.c[1];
+            // a man reaching the far row; both tests made, neither guessed
             const bool coroa =
-                !(p.Casas[de] & DAMA) && static_cast<unsigned>(para - (vez == 1 ? 12 : 82)) < 8u;
+                !(p.Casas[de] & DAMA) & (static_cast<unsigned>(para - (vez == 1 ? 12 : 82)) < 8u);
             const Mascaras mf = ComSimples(m, Bit(de), Bit(para), coroa);
             const Gerador::Analise af = g.Analisa(3 - vez, mf);
             if (af.tipo == 2) {

@@ -83,8 +83,9 @@ int Motor::Expande(Posicao& p, const Mascaras& m, const Gerador::Analise& analis
             // first; at the horizon the child is built only when it has something to take.
             // (The stored move of the line may not belong to this board: it goes the
             // general way below, as the rest of its walk does.)
+            // a man reaching the far row; both tests made, neither guessed
             const bool coroa =
-                !(p.Casas[de] & DAMA) && static_cast<unsigned>(para - (vez == 1 ? 12 : 82)) < 8u;
+                !(p.Casas[de] & DAMA) & (static_cast<unsigned>(para - (vez == 1 ? 12 : 82)) < 8u);
             const Mascaras mc = ComSimples(m, Bit(de), Bit(para), coroa);
             auto filho = [&] {
                 Posicao copia = p;
